@@ -1,0 +1,19 @@
+# Settings every target of the project shares, and a helper that makes a target of a folder.
+#
+# Floating-point results must not depend on the compiler: no contraction into fused operations, and
+# SSE arithmetic in 32-bit builds too.
+add_library(elugraph-settings INTERFACE)
+target_include_directories(elugraph-settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(elugraph-settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wimplicit-fallthrough -Werror -ffp-contract=off)
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  target_compile_options(elugraph-settings INTERFACE -msse2 -mfpmath=sse)
+endif()
+
+# elugraph_folder(<target> <folder>): an object library of the folder's sources.
+function(elugraph_folder target folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
+  add_library(${target} OBJECT ${sources})
+  target_link_libraries(${target} PUBLIC elugraph-settings)
+endfunction()
