@@ -9,9 +9,10 @@
 
 namespace gfx {
 
-// The context owns the driver; DeleteDC ends both. A null driver gives a null handle.
+// The context owns the driver; DeleteDC ends both. A null driver gives a null handle. The driver's
+// text engine must outlive every memory context made compatible with this one.
 HDC CreateContext(std::unique_ptr<Driver> driver);
-// Null for a handle that is not a live context.
+// Null for a handle that is not a live context. A memory context's driver changes with its bitmap.
 Driver* DriverOf(HDC hdc);
 
 // Pens, brushes, fonts, bitmaps, regions and contexts that exist now, stock objects not counted.
@@ -31,7 +32,7 @@ HDC CreateNullContext();
 bool SavePng(const Surface& surface, const std::string& path, std::string& error, double dpi = 0);
 
 // What contexts made from "DISPLAY", and memory contexts without a partner, measure with. The
-// default is SystemText(). Returns the previous engine.
+// default is SystemText(), which null stands for in both directions. Returns the previous engine.
 TextEngine* SetDisplayText(TextEngine* text);
 
 }  // namespace gfx

@@ -3,9 +3,9 @@
 // Coordinates are logical units of the context's map mode; with MM_TEXT (the default) they are
 // device pixels, y growing downward. The right and bottom edges of rectangles are excluded, and the
 // last point of a line is not drawn. A handle that is null, deleted, or of the wrong kind is
-// refused: the call answers null, 0 or FALSE and changes nothing. Only rectangular regions exist.
-// 8-bit texts are UTF-8; a byte that does not belong to a well-formed sequence is taken as Latin-1.
-// The layer is used by one thread at a time.
+// refused: the call answers null, 0 or FALSE (or what its comment says) and changes nothing. Only
+// rectangular regions exist. 8-bit texts are UTF-8; a byte that does not belong to a well-formed
+// sequence is taken as Latin-1. The layer is used by one thread at a time.
 #pragma once
 
 #include "platform/gfx/types.h"
@@ -27,6 +27,7 @@ inline constexpr UINT TA_TOP = 0;
 inline constexpr UINT TA_BOTTOM = 8;
 inline constexpr UINT TA_BASELINE = 24;
 inline constexpr UINT GDI_ERROR = 0xFFFFFFFFu;
+inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFFu;
 
 inline constexpr int PS_SOLID = 0;
 inline constexpr int PS_DASH = 1;
@@ -213,7 +214,9 @@ BOOL GetViewportOrgEx(HDC hdc, POINT* origin);
 BOOL LPtoDP(HDC hdc, POINT* points, int count);
 BOOL DPtoLP(HDC hdc, POINT* points, int count);
 
-// Each returns the previous value.
+// Each Set… returns the previous value. For a bad handle the mode is 0, colours are CLR_INVALID and
+// the alignment is GDI_ERROR. Modes other than TRANSPARENT and OPAQUE are refused (0). Of colours
+// the lower 24 bits count; of alignments the TA_ bits.
 int SetBkMode(HDC hdc, int mode);
 COLORREF SetBkColor(HDC hdc, COLORREF color);
 COLORREF GetBkColor(HDC hdc);
@@ -302,9 +305,9 @@ BOOL BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int source
 int GetDIBits(HDC hdc, HBITMAP bitmap, UINT first, UINT count, void* bits, BITMAPINFO* info,
               UINT usage);
 
-// ---- system colours and contexts of windows
-// ------------------------------------------------------
+// ---- system colours -----------------------------------------------------------------------------
 
+// 0 for an index without a COLOR_ constant.
 COLORREF GetSysColor(int index);
-// A stock brush: never deleted.
+// A stock brush: never deleted. Null for an index without a COLOR_ constant.
 HBRUSH GetSysColorBrush(int index);

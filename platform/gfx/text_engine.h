@@ -28,6 +28,9 @@ class TextEngine {
   // Glyph images of the run whose first glyph's origin lies on `origin` (on the baseline).
   virtual void Render(const Font& font, std::string_view text, POINT origin,
                       const GlyphSink& sink) = 0;
+  // True where extents and metrics are in logical units, whatever the map mode; contexts then do
+  // not scale them.
+  virtual bool MeasuresLogicalUnits() const { return false; }
 };
 
 // The machine's fonts; falls back on the built-in font where the machine has none.
@@ -36,7 +39,7 @@ TextEngine& SystemText();
 // text and multiples of 90 degrees are exact. The same pixels on every machine.
 TextEngine& BuiltinText();
 // Fixed cells without glyphs: width = bytes × (|lfWidth|, or |lfHeight| / 2 where that is 0),
-// height = ascent = |lfHeight|. For journals.
+// height = ascent = |lfHeight|, in logical units. For journals.
 TextEngine& CellText();
 
 // Where the origin of the first glyph of a run lies (on the baseline), for the run's alignment and
