@@ -25,8 +25,10 @@ class ELUGRAPH_HOST str {
   char* text;
 };
 
-// A print buffer: text pointer, capacity, length, then room for `capacity` characters. Text longer
-// than the room grows into memory of its own, which the destructor frees.
+// A print buffer: text pointer, capacity, length, then room for `capacity` characters, the
+// terminating null included. Text longer than the room grows into memory of its own, which the
+// destructor frees; where there is none to be had the text is cut to the room. `length` is the
+// length of the text without its null.
 class ELUGRAPH_HOST PrintBufferBase {
  public:
   PrintBufferBase(const PrintBufferBase&) = delete;
@@ -38,16 +40,13 @@ class ELUGRAPH_HOST PrintBufferBase {
   int length;
 
  protected:
-  // `room` are the characters behind the base. Formats like printf.
-  PrintBufferBase(char* room, int capacity, const char* format, ...)
-      __attribute__((format(printf, 4, 5)));
-
- private:
-  friend int sprintf(PrintBufferBase& buffer, const char* format, ...);
-  char* room_;
+  // Formats like printf. The room for the characters directly follows the base object; `capacity`
+  // is at least 1.
+  PrintBufferBase(int capacity, const char* format, ...) __attribute__((format(printf, 3, 4)));
 };
 
-// Formats into the buffer; returns the length of the text.
+// Formats into the buffer in place of its text, which may be among the arguments; returns the
+// length of the text, 0 for a format that cannot be applied.
 ELUGRAPH_HOST int sprintf(PrintBufferBase& buffer, const char* format, ...)
     __attribute__((format(printf, 2, 3)));
 
@@ -57,18 +56,20 @@ class PrintBuffer : public PrintBufferBase {
  public:
   template <typename... Arguments>
   explicit PrintBuffer(const char* format, Arguments... arguments)
-      : PrintBufferBase(characters_, kCapacity, format, arguments...) {}
-  PrintBuffer() : PrintBufferBase(characters_, kCapacity, "%s", "") {}
+      : PrintBufferBase(kCapacity, format, arguments...) {}
+  PrintBuffer() : PrintBufferBase(kCapacity, "%s", "") {}
 
  private:
   char characters_[kCapacity];
 };
 
-// `value` gets the entry, or `fallback` (null: the empty text) where the key is absent. A null
-// `file` is the host's settings file. Returns `value`.
+// `value` gets the entry, or `fallback` (null: the empty text) where the key is absent or the file
+// cannot be read. Section and key are compared without regard to case (ASCII). A null `file` is the
+// host's settings file. Returns `value`.
 ELUGRAPH_HOST str& GetIniFileEntry(str& value, const char* section, const char* key,
                                    const char* fallback, const char* file);
-// False where the file could not be written; it is then unchanged.
+// Sets the entry; a null `value` removes it. False where it could not be written (file, names or a
+// value that a line cannot hold); the file is then unchanged.
 ELUGRAPH_HOST bool vsetinifile(const char* section, const char* key, const char* value,
                                const char* file);
 

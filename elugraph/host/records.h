@@ -1,7 +1,7 @@
 // The records of the host's chromatogram engine, as the library reads them.
 //
 // All records are byte-packed. In a 32-bit process every named field lies at the offset that the
-// interface fixes (checked in layout_check.cpp); in a 64-bit process the same structures carry
+// interface fixes (checked by layout_check.h); in a 64-bit process the same structures carry
 // native pointers and the offsets behind a pointer shift. Fields named `hostN` belong to the host.
 //
 // Units: counts are raw 32-bit detector counts; times in integers are milliseconds, in floating
@@ -83,7 +83,7 @@ struct PeakRecord {
   LONG apex;
   LONG end;
   WORD host0c;
-  WORD component;  // number from 1; 0: none
+  WORD component;  // number n is item n - 1 of the component list; 0: none
   float amount;
   LONG baselineStart;  // counts
   LONG baselineEnd;    // counts

@@ -1,0 +1,62 @@
+// Calibrated components: standards and the curve through them.
+//
+// Amounts and responses are in the units of the standards. A curve gives the response of an amount;
+// the views read either direction, as their axis swap asks.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "elugraph/host/records.h"
+
+namespace embedded {
+
+struct ComponentData {
+  std::string name;  // cut to 29 bytes
+  // Window of the retention time in which a peak is taken for this component; a window of 0 or
+  // less identifies nothing.
+  double retentionSec = 0.0;
+  double halfWindowSec = 0.0;
+};
+
+struct Standard {
+  double amount;
+  double response;
+  bool excluded = false;
+};
+
+// Weight of a standard in the fit, by its amount. Amounts of 0 and below weigh as the smallest
+// amount above 0 among the standards.
+enum class Weighting { kNone, kInverseAmount, kInverseAmountSquared };
+
+// response = c0 + c1 × amount + c2 × amount², valid over the amounts of its standards.
+struct CalibrationCurve {
+  std::vector<double> coefficients;  // ascending; empty: there is no curve
+  Weighting weighting = Weighting::kNone;
+  double lowestAmount = 0.0;  // above 0: the smallest weighted amount
+  double highestAmount = 0.0;
+  // Makes the statistics object of a component's record; may be empty.
+  std::shared_ptr<CurveStatistics> statistics;
+
+  // 0 without a curve.
+  double ResponseAt(double amount) const;
+  // Slope of the curve, response per amount.
+  double SlopeAt(double amount) const;
+  // The amount of a response: of two solutions the one nearer to the middle of the standards'
+  // range; where a quadratic curve does not reach the response, the amount at its vertex. 0 without
+  // a curve, and for a constant one.
+  double AmountAt(double response) const;
+  // Weight of a single response at `amount`: 1, 1/amount or 1/amount².
+  double WeightAt(double amount) const;
+};
+
+// A component's record with its standards.
+struct CalibratedComponent : component {
+  ComponentData data;
+  std::vector<Standard> standards;
+  CalibrationCurve curve;
+};
+
+}  // namespace embedded

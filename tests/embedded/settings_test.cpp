@@ -1,0 +1,259 @@
+// The settings file: texts, files, and writers at the same time.
+#include "embedded/settings.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "elugraph/host/kernel.h"
+#include "embedded/diagnostics.h"
+
+namespace embedded {
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(IniText, Finds) {
+  const std::string text =
+      "\xEF\xBB\xBF[First]\r\n"
+      " Key = a b;c # d \r\n"
+      ";key=comment\r\n"
+      "[ second ] trailing\n"
+      "key=\"  kept  \"\n"
+      "KEY=second of equal keys\n"
+      "empty=\n"
+      "no equals sign\n"
+      "[FIRST]\n"
+      "late=found\n"
+      "last=no line end";
+  struct Case {
+    const char* section;
+    const char* key;
+    const char* value;  // null: absent
+  };
+  for (const Case& c : {Case{"first", "KEY", "a b;c # d"}, Case{"Second", "key", "  kept  "},
+                        Case{"second", "empty", ""}, Case{"first", "late", "found"},
+                        Case{"first", "last", "no line end"}, Case{"second", "last", nullptr},
+                        Case{"third", "key", nullptr}, Case{"first", ";key", nullptr}}) {
+    const auto found = FindEntry(text, c.section, c.key);
+    EXPECT_EQ(found.has_value(), c.value != nullptr) << c.section << "/" << c.key;
+    if (found && c.value != nullptr) {
+      EXPECT_EQ(*found, c.value) << c.section << "/" << c.key;
+    }
+  }
+}
+
+struct ChangeCase {
+  const char* name;
+  std::string before;
+  const char* section;
+  const char* key;
+  const char* value;  // null: remove
+  std::string after;
+};
+class IniChange : public testing::TestWithParam<ChangeCase> {};
+
+TEST_P(IniChange, TouchesNothingElse) {
+  const ChangeCase& c = GetParam();
+  std::optional<std::string_view> value;
+  if (c.value != nullptr) value = c.value;
+  const std::string after = ChangeEntry(c.before, c.section, c.key, value);
+  EXPECT_EQ(after, c.after);
+  const auto found = FindEntry(after, c.section, c.key);
+  EXPECT_EQ(found.value_or("(none)"), c.value != nullptr ? c.value : "(none)");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, IniChange,
+    testing::Values(
+        ChangeCase{"EmptyText", "", "S", "k", "v", "[S]\nk=v\n"},
+        ChangeCase{"Replaced", "; c\n[s]\n\tK  =  old \n\n[t]\nk=1\n", "S", "k", "new",
+                   "; c\n[s]\nK=new\n\n[t]\nk=1\n"},
+        ChangeCase{"AddedBeforeTheGap", "[s]\na=1\n\n; about t\n[t]\nb=2\n", "t", "c", "3",
+                   "[s]\na=1\n\n; about t\n[t]\nb=2\nc=3\n"},
+        ChangeCase{"AddedBehindTheSection", "[s]\na=1\n\n[t]\nb=2\n", "s", "c", "3",
+                   "[s]\na=1\nc=3\n\n[t]\nb=2\n"},
+        ChangeCase{"NewSection", "[s]\na=1", "t", "b", "2", "[s]\na=1\n[t]\nb=2\n"},
+        ChangeCase{"CarriageReturns", "[s]\r\na=1\r\n", "s", "b", "2", "[s]\r\na=1\r\nb=2\r\n"},
+        ChangeCase{"LastLineOpen", "[s]\r\na=1", "s", "a", "2", "[s]\r\na=2"},
+        ChangeCase{"ByteOrderMark", "\xEF\xBB\xBF[s]\na=1\n", "s", "a", "2",
+                   "\xEF\xBB\xBF[s]\na=2\n"},
+        ChangeCase{"MarkAlone", "\xEF\xBB\xBF", "s", "a", "2", "\xEF\xBB\xBF[s]\na=2\n"},
+        ChangeCase{"FirstOfEqualKeys", "[s]\na=1\na=2\n[s]\na=3\n", "s", "a", "9",
+                   "[s]\na=9\na=2\n[s]\na=3\n"},
+        ChangeCase{"KeyInASecondSection", "[s]\na=1\n[S]\nb=2\n", "s", "b", "9",
+                   "[s]\na=1\n[S]\nb=9\n"},
+        ChangeCase{"BlanksNeedQuotes", "", "s", "a", " x ", "[s]\na=\" x \"\n"},
+        ChangeCase{"OwnQuotes", "", "s", "a", "\"x\"", "[s]\na=\"\"x\"\"\n"},
+        ChangeCase{"OneQuote", "", "s", "a", "\"", "[s]\na=\"\n"},
+        ChangeCase{"Removed", "[s]\na=1\nb=2\n", "s", "a", nullptr, "[s]\nb=2\n"},
+        ChangeCase{"RemovedWhereAbsent", "[s]\nb=2", "s", "a", nullptr, "[s]\nb=2"}),
+    [](const auto& tested) { return tested.param.name; });
+
+TEST(IniText, RefusesWhatALineCannotHold) {
+  EXPECT_EQ(EntryFault("CHROM_2D_COLORS", "COLOR00", "1 2;3=4 [x]"), "");
+  const std::string null("a\0b", 3);
+  for (const auto& [section, key, value] :
+       {std::tuple<std::string, std::string, std::string>{"s", "k", "two\nlines"},
+        {"s", "k", "carriage\r"},
+        {"s", "k", null},
+        {"", "k", "v"},
+        {"s]", "k", "v"},
+        {"s\n", "k", "v"},
+        {" s", "k", "v"},
+        {"s", "", "v"},
+        {"s", "a=b", "v"},
+        {"s", ";k", "v"},
+        {"s", "#k", "v"},
+        {"s", "[k", "v"},
+        {"s", "k ", "v"}}) {
+    EXPECT_NE(EntryFault(section, key, value), "") << section << "|" << key << "|" << value;
+  }
+}
+
+class SettingsFile : public testing::Test {
+ protected:
+  void SetUp() override {
+    char name[] = "/tmp/elugraph-settings-XXXXXX";
+    ASSERT_NE(mkdtemp(name), nullptr);
+    folder = name;
+    path = folder + "/sub/settings.ini";
+    setenv("ELUGRAPH_SETTINGS", path.c_str(), 1);
+    old_ = SetLogSink([this](std::string_view line) { log.emplace_back(line); });
+  }
+  void TearDown() override {
+    unsetenv("ELUGRAPH_SETTINGS");
+    SetLogSink(old_);
+    fs::remove_all(folder);
+  }
+  std::string Content() const {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+  }
+  void Put(const std::string& content) {
+    fs::create_directories(fs::path(path).parent_path());
+    std::ofstream(path, std::ios::binary) << content;
+  }
+  std::string Get(const char* section, const char* key, const char* fallback = nullptr) {
+    str value("stale");
+    return GetIniFileEntry(value, section, key, fallback, nullptr).c_str();
+  }
+  std::string folder, path;
+  std::vector<std::string> log;
+
+ private:
+  LogSink old_;
+};
+
+TEST_F(SettingsFile, IsMadeOnTheFirstWrite) {
+  EXPECT_EQ(Get("CHROM_2D_COLORS", "FORMULA"), "");
+  EXPECT_EQ(Get("CHROM_2D_COLORS", "FORMULA", "none"), "none");
+  ASSERT_TRUE(vsetinifile("CHROM_2D_COLORS", "FORMULA", "log(x); 3", nullptr));
+  EXPECT_EQ(Get("chrom_2d_colors", "formula", "none"), "log(x); 3");
+  EXPECT_EQ(Content(), "[CHROM_2D_COLORS]\nFORMULA=log(x); 3\n");
+  EXPECT_TRUE(log.empty());
+}
+
+TEST_F(SettingsFile, PlaceFollowsTheEnvironment) {
+  struct Case {
+    const char* settings;
+    const char* config;
+    const char* home;
+    const char* expected;
+  };
+  const std::string home = std::getenv("HOME") != nullptr ? std::getenv("HOME") : "";
+  for (const Case& c :
+       {Case{"/a/b.ini", "/c", "/h", "/a/b.ini"}, Case{"", "/c", "/h", "/c/elugraph/settings.ini"},
+        Case{"", "relative", "/h", "/h/.config/elugraph/settings.ini"},
+        Case{"", "", "/h", "/h/.config/elugraph/settings.ini"}, Case{"", "", "", ""}}) {
+    setenv("ELUGRAPH_SETTINGS", c.settings, 1);
+    setenv("XDG_CONFIG_HOME", c.config, 1);
+    setenv("HOME", c.home, 1);
+    EXPECT_EQ(SettingsPath(), c.expected);
+  }
+  EXPECT_FALSE(vsetinifile("s", "k", "v", nullptr));  // no place at all
+  EXPECT_EQ(log.size(), 1U);
+  unsetenv("XDG_CONFIG_HOME");
+  setenv("HOME", home.c_str(), 1);
+}
+
+TEST_F(SettingsFile, RefusalsNameTheFileAndChangeNothing) {
+  const std::string before = "[s]\nk=1\n";
+  Put(before);
+  EXPECT_FALSE(vsetinifile("s", "k", "a\nb", nullptr));
+  EXPECT_EQ(Content(), before);
+  const std::string utf16("\xFF\xFE[\0s\0]\0", 8);
+  Put(utf16);
+  EXPECT_FALSE(vsetinifile("s", "k", "2", nullptr));
+  EXPECT_EQ(Get("s", "k", "default"), "default");
+  EXPECT_EQ(Content(), utf16);
+  fs::remove(path);
+  fs::create_directory(path);
+  EXPECT_FALSE(vsetinifile("s", "k", "2", nullptr));
+  EXPECT_EQ(Get("s", "k", "default"), "default");
+  ASSERT_EQ(log.size(), 5U);
+  for (const std::string& line : log) EXPECT_EQ(line.find(path), 0U) << line;
+}
+
+TEST_F(SettingsFile, KeepsLinksAndPermissions) {
+  const std::string target = folder + "/real.ini";
+  std::ofstream(target) << "[s]\n";
+  ASSERT_EQ(chmod(target.c_str(), 0600), 0);
+  fs::create_directories(fs::path(path).parent_path());
+  fs::create_symlink(target, path);
+  ASSERT_TRUE(vsetinifile("s", "k", "v", nullptr));
+  EXPECT_TRUE(fs::is_symlink(path));
+  EXPECT_EQ(Content(), "[s]\nk=v\n");
+  EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+// Without the lock, or with a read outside it, one writer's entries get lost.
+TEST_F(SettingsFile, ConcurrentWritersLoseNothing) {
+  constexpr int kWriters = 6;
+  constexpr int kEntries = 20;
+  Put("; first line\n[shared]\nold=1\n");
+  std::vector<pid_t> writers;
+  for (int w = 0; w < kWriters; ++w) {
+    const pid_t pid = fork();
+    ASSERT_GE(pid, 0);
+    if (pid == 0) {
+      bool ok = true;
+      for (int i = 0; i < kEntries; ++i) {
+        const std::string key = "w" + std::to_string(w) + "_" + std::to_string(i);
+        const std::string section = i % 2 == 0 ? "shared" : "own" + std::to_string(w);
+        ok = ok && vsetinifile(section.c_str(), key.c_str(), "x", nullptr);
+        // A reader never sees a half-written file.
+        ok = ok && Get("shared", "old") == "1";
+      }
+      _exit(ok ? 0 : 1);
+    }
+    writers.push_back(pid);
+  }
+  for (const pid_t pid : writers) {
+    int status = 0;
+    ASSERT_EQ(waitpid(pid, &status, 0), pid);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
+  const std::string content = Content();
+  EXPECT_EQ(content.find("; first line\n[shared]\nold=1\n"), 0U);
+  for (int w = 0; w < kWriters; ++w) {
+    for (int i = 0; i < kEntries; ++i) {
+      const std::string key = "w" + std::to_string(w) + "_" + std::to_string(i);
+      const std::string section = i % 2 == 0 ? "shared" : "own" + std::to_string(w);
+      EXPECT_EQ(FindEntry(content, section, key).value_or("lost"), "x") << key;
+    }
+  }
+  // Only the file and its lock are left.
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder + "/sub"), fs::directory_iterator()), 2);
+}
+
+}  // namespace
+}  // namespace embedded

@@ -1,0 +1,79 @@
+// Texts, print buffers and diagnostics.
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "elugraph/host/kernel.h"
+#include "embedded/diagnostics.h"
+
+namespace {
+
+TEST(Text, CopiesAreIndependentAndTheEmptyTextIsShared) {
+  str a("flow");
+  str b(a);
+  EXPECT_TRUE(b.Append(" rate"));
+  EXPECT_TRUE(b.Append(b.c_str()));  // its own characters
+  EXPECT_TRUE(b.Append(nullptr));
+  EXPECT_STREQ(a.c_str(), "flow");
+  EXPECT_STREQ(b.c_str(), "flow rateflow rate");
+  a = a;
+  EXPECT_STREQ(a.c_str(), "flow");
+  b = str(nullptr);
+  EXPECT_EQ(b.text, str::GetStrNull());
+}
+
+TEST(PrintBuffer, GrowsShrinksAndTakesItsOwnText) {
+  PrintBuffer<20> buffer("%s", "peak");
+  const char* room = buffer.text;
+  struct Case {
+    std::size_t letters;
+    bool inside;
+  };
+  for (const Case& c : {Case{19, true}, Case{20, false}, Case{5000, false}, Case{3, true}}) {
+    const std::string text(c.letters, 'x');
+    EXPECT_EQ(sprintf(buffer, "%s", text.c_str()), static_cast<int>(c.letters));
+    EXPECT_EQ(buffer.text, text) << c.letters;
+    EXPECT_EQ(buffer.text == room, c.inside) << c.letters;
+  }
+  for (int i = 0; i < 6; ++i) sprintf(buffer, "%s+%s", buffer.text, buffer.text);
+  EXPECT_EQ(buffer.length, 3 * 64 + 63);
+  EXPECT_EQ(std::string(buffer.text).substr(0, 8), "xxx+xxx+");
+}
+
+class Diagnostics : public testing::Test {
+ protected:
+  void SetUp() override {
+    old_ = embedded::SetLogSink([this](std::string_view line) { lines.emplace_back(line); });
+  }
+  void TearDown() override { embedded::SetLogSink(old_); }
+  std::vector<std::string> lines;
+
+ private:
+  embedded::LogSink old_;
+};
+
+TEST_F(Diagnostics, OneLineWhateverIsSaid) {
+  const std::string longText(2000, 'a');
+  exceptout("CalcLen( 0x%X, %d ) catched", 0xAFU, 3);
+  exceptout("two\nlines\r\n");
+  exceptout("%s", longText.c_str());
+  exceptout(nullptr);
+  EXPECT_EQ(lines,
+            (std::vector<std::string>{"CalcLen( 0xAF, 3 ) catched", "two lines  ", longText}));
+}
+
+TEST_F(Diagnostics, AThrowingSinkIsContained) {
+  embedded::SetLogSink([](std::string_view) { throw std::runtime_error("disk full"); });
+  EXPECT_NO_THROW(exceptout("draft draw()"));
+}
+
+TEST_F(Diagnostics, BreaksAreCountedAndGoOn) {
+  const unsigned before = embedded::Int3Count();
+  int3call();
+  int3call();
+  EXPECT_EQ(embedded::Int3Count(), before + 2);
+}
+
+}  // namespace
