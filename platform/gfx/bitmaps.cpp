@@ -106,6 +106,7 @@ int StretchDIBits(HDC hdc, int x, int y, int width, int height, int sourceX, int
   if (shownColumns.Size() <= 0 || shownRows.Size() <= 0) return 0;
   const Range across = Shrink({to.left, to.right}, columns, shownColumns);
   const Range down = Shrink({to.top, to.bottom}, rows, shownRows);
+  if (across.Size() <= 0 || down.Size() <= 0) return 0;  // no pixel of it remains
   const auto edge = [](std::int64_t value) { return static_cast<LONG>(value); };
   context->Target().Stretch(
       {edge(across.begin), edge(down.begin), edge(across.end), edge(down.end)},

@@ -199,18 +199,25 @@ struct BITMAPINFO {
 // ---- device contexts ----------------------------------------------------------------------------
 
 // Pushes the whole state (objects, colours, modes, alignment, mapping, clip, current position).
-// Returns the level of the saved state, from 1; 0 on failure.
+// Returns the level of the saved state, from 1; 0 on failure. A selected object stays alive while
+// any saved state has it.
 int SaveDC(HDC hdc);
-// level < 0 counts from the newest (−1), level > 0 names a SaveDC result; newer levels are dropped.
+// level < 0 counts from the newest (−1), level > 0 names a SaveDC result; that level and newer ones
+// are dropped. FALSE, with nothing changed, for a level that does not exist and for 0.
 BOOL RestoreDC(HDC hdc, int level);
 
-// Returns the previous mode, 0 on failure. Modes other than MM_TEXT and MM_TWIPS are refused.
+// Returns the previous mode, 0 on failure. Modes other than MM_TEXT and MM_TWIPS are refused. The
+// origin, the clip (device pixels) and the current position (logical units) keep their numbers.
+// In MM_TWIPS an offset of n units is n × dpi / 1440 pixels, rounded to the nearest, halves away
+// from zero; likewise back. Pen widths and font sizes are scaled the same way (a font never below
+// one pixel), and text is measured in pixels first: extents and metrics are rounded twice.
 int SetMapMode(HDC hdc, int mode);
 int GetMapMode(HDC hdc);
 // Device position of the logical origin; `previous` may be null.
 BOOL SetViewportOrgEx(HDC hdc, int x, int y, POINT* previous);
 BOOL GetViewportOrgEx(HDC hdc, POINT* origin);
-// In place. Results beyond 32 bits are limited to the 32-bit range.
+// In place. Results beyond 32 bits are limited to the 32-bit range. FALSE for null points or a
+// negative count.
 BOOL LPtoDP(HDC hdc, POINT* points, int count);
 BOOL DPtoLP(HDC hdc, POINT* points, int count);
 
@@ -228,32 +235,44 @@ UINT GetTextAlign(HDC hdc);
 // LOGPIXELSX/Y: dots per inch; HORZRES/VERTRES: pixels. Other indices give 0.
 int GetDeviceCaps(HDC hdc, int index);
 
-// A reference context of the display ("DISPLAY"; other names give null): measures, draws nothing.
+// A reference context of the display ("DISPLAY" in any case; other names give null): measures,
+// draws nothing. The other arguments are ignored.
 HDC CreateDCA(const char* driver, const char* device, const char* output, const void* initData);
-// A memory context with a 1 × 1 bitmap, to be replaced with SelectObject. Null: like the display.
+// A memory context with a 1 × 1 bitmap of its own, to be replaced with SelectObject; that bitmap is
+// a stock object and ends with the context. Text is measured and resolutions are as in `hdc`. Null:
+// like the display.
 HDC CreateCompatibleDC(HDC hdc);
+// Lets go of everything selected, in saved states too.
 BOOL DeleteDC(HDC hdc);
 
 // ---- objects ------------------------------------------------------------------------------------
 
-// Widths are logical units; 0, and negative widths, mean one device pixel.
+// Widths are logical units; 0, and negative widths, mean one device pixel. A style other than
+// PS_SOLID … PS_INSIDEFRAME counts as PS_SOLID.
 HPEN CreatePen(int style, int width, COLORREF color);
 HPEN CreatePenIndirect(const LOGPEN* pen);
 HBRUSH CreateSolidBrush(COLORREF color);
+// BS_SOLID and BS_NULL; other styles give null.
 HBRUSH CreateBrushIndirect(const LOGBRUSH* brush);
 HFONT CreateFontIndirectA(const LOGFONTA* font);
+// 32-bit pixels, all black. Null for extents below 1, more than 2^30 pixels, or too little memory.
 HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height);
+// Device units; edges may come in any order, equal ones make an empty region.
 HRGN CreateRectRgn(int left, int top, int right, int bottom);
 HRGN CreateRectRgnIndirect(const RECT* rect);
+// Null for an index without a constant above.
 HGDIOBJ GetStockObject(int index);
 
-// Returns the object of the same kind selected before. A bitmap goes into memory contexts only and
-// into one at a time. A region is copied into the clip; the result is then its complexity.
+// Returns the object of the same kind selected before (a handle that is dead by now where that
+// object was deleted meanwhile). A bitmap goes into memory contexts only and into one at a time,
+// saved states included. A region is copied into the clip; the result is then its complexity.
 HGDIOBJ SelectObject(HDC hdc, HGDIOBJ object);
 // A selected object lives on, unreachable by new calls, until the last context lets go of it.
-// Stock objects are left alone (TRUE).
+// Stock objects are left alone (TRUE). Contexts are refused: they end with DeleteDC.
 BOOL DeleteObject(HGDIOBJ object);
+// `type` is OBJ_PEN, OBJ_BRUSH, OBJ_FONT or, in memory contexts, OBJ_BITMAP; null for others.
 HGDIOBJ GetCurrentObject(HDC hdc, UINT type);
+// An OBJ_ value; 0 for a bad handle.
 UINT GetObjectType(HGDIOBJ object);
 // Copies LOGPEN, LOGBRUSH, LOGFONTA or BITMAP; returns the bytes written. A null buffer asks for
 // the size; a buffer that is too small gets as many bytes as fit for fonts, and nothing otherwise.
@@ -261,13 +280,18 @@ int GetObjectA(HGDIOBJ object, int size, void* buffer);
 
 // ---- text ---------------------------------------------------------------------------------------
 
+// `length` counts bytes; a negative one is refused, 0 draws nothing (TRUE). The point is what the
+// alignment speaks about; with TA_UPDATECP it is the current position instead, which then moves to
+// the run's other end along the line (rounded to the nearest unit; centred text moves nothing).
 BOOL TextOutA(HDC hdc, int x, int y, const char* text, int length);
-// Extent along and across the text line, whatever its escapement.
+// Extent along and across the text line, whatever its escapement. Logical units, ends limited to 32
+// bits.
 BOOL GetTextExtentPoint32A(HDC hdc, const char* text, int length, SIZE* size);
 BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA* metrics);
 
 // ---- lines and shapes ---------------------------------------------------------------------------
 
+// `previous` may be null. Results of the drawing calls are TRUE where the device took the call.
 BOOL MoveToEx(HDC hdc, int x, int y, POINT* previous);
 BOOL LineTo(HDC hdc, int x, int y);
 // FALSE with fewer than two points. The current position is neither used nor changed.
@@ -276,38 +300,57 @@ BOOL Polyline(HDC hdc, const POINT* points, int count);
 BOOL Polygon(HDC hdc, const POINT* points, int count);
 BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom);
 BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom);
-// Uses no pen. `brush` is a handle or a COLOR_ index + 1 cast to one.
+// Uses no pen. `brush` is a handle or a COLOR_ index + 1 cast to one. In these three the edges may
+// come in any order.
 int FillRect(HDC hdc, const RECT* rect, HBRUSH brush);
 
 // ---- clipping -----------------------------------------------------------------------------------
 
-// Logical units. Without a clip so far, the rectangle becomes the clip.
+// Logical units. Without a clip so far, the rectangle becomes the clip. An empty clip is the
+// rectangle 0,0,0,0 (NULLREGION): nothing shows. Answers are complexities, ERROR for a bad handle.
 int IntersectClipRect(HDC hdc, int left, int top, int right, int bottom);
 // Device units. A null region removes the clip. The region is copied.
 int SelectClipRgn(HDC hdc, HRGN region);
+// The clip within the device's extent, in logical units; all zero where it is empty.
 int GetClipBox(HDC hdc, RECT* rect);
 
 // ---- bitmaps ------------------------------------------------------------------------------------
 
 // 24- and 32-bit BI_RGB only. Scan lines are counted from the stored first row's end of the image:
-// for bottom-up images the source origin is the lower left corner.
+// for bottom-up images the source origin is the lower left corner. `bits` holds the scan lines
+// firstScan … firstScan + scanCount − 1. (x, y) is the place, in logical units, of the upper left
+// corner of the asked-for source part, whose extents are pixels; what of it the image or `bits`
+// lacks stays as it was. Returns the number of rows handed to the device; 0 for a malformed header
+// (size other than 40, planes other than 1, no extent, rows beyond the address space).
 int SetDIBitsToDevice(HDC hdc, int x, int y, DWORD width, DWORD height, int sourceX, int sourceY,
                       UINT firstScan, UINT scanCount, const void* bits, const BITMAPINFO* info,
                       UINT usage);
-// Nearest neighbour, exact in integers. Negative extents are refused.
+// Nearest neighbour, exact in integers. Extents below 1 are refused. Where the source part reaches
+// beyond the image, the destination shrinks to the pixels i with floor(i × source / destination)
+// inside. Source origin, headers and result as above; `bits` holds the whole image.
 int StretchDIBits(HDC hdc, int x, int y, int width, int height, int sourceX, int sourceY,
                   int sourceWidth, int sourceHeight, const void* bits, const BITMAPINFO* info,
                   UINT usage, DWORD operation);
+// SRCCOPY only. Negative extents are refused. A source context without pixels, and what lies
+// outside them, leave the destination as it was.
 BOOL BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int sourceX, int sourceY,
             DWORD operation);
 // Copies `count` rows from row `first` (in the order of `info`) and returns the number of rows.
-// A null `bits` fills in the header.
+// Where the header asks for more columns or rows than the bitmap has, the columns become 0 and the
+// rows are left out. A null `bits` fills in the header (32 bits, bottom-up) and returns the height.
 int GetDIBits(HDC hdc, HBITMAP bitmap, UINT first, UINT count, void* bits, BITMAPINFO* info,
               UINT usage);
 
-// ---- system colours -----------------------------------------------------------------------------
+// ---- system colours and contexts of windows --------------------------------------------------------
 
 // 0 for an index without a COLOR_ constant.
 COLORREF GetSysColor(int index);
 // A stock brush: never deleted. Null for an index without a COLOR_ constant.
 HBRUSH GetSysColorBrush(int index);
+
+// While the layer has no windows: FALSE.
+BOOL IsWindow(HWND window);
+// Null stands for the display; null for anything that is not a window. End it with ReleaseDC.
+HDC GetDC(HWND window);
+// 1, or 0 for a bad handle.
+int ReleaseDC(HWND window, HDC hdc);

@@ -1,9 +1,7 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 #include <string>
 
-#include "platform/gfx/context.h"
+#include "tests/gfx/gdi_fixture.h"
 
 namespace {
 
@@ -16,16 +14,6 @@ struct JournalCase {
 void Select(HDC hdc, HGDIOBJ object) {
   SelectObject(hdc, object);
   DeleteObject(object);  // lives on while selected
-}
-
-BITMAPINFO Info(LONG width, LONG height, WORD bits = 24) {
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = width;
-  info.bmiHeader.biHeight = height;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = bits;
-  return info;
 }
 
 // One pixel: blue 3, green 2, red 1; its hash is FNV-1a of 03 02 01.
@@ -100,13 +88,13 @@ const JournalCase kCases[] = {
      "clip=none\n"},
     {"Dib",
      [](HDC hdc) {
-       const BITMAPINFO info = Info(1, 1);
+       const BITMAPINFO info = DibInfo(1, 1);
        SetDIBitsToDevice(hdc, 5, 6, 1, 1, 0, 0, 0, 1, kPixel, &info, DIB_RGB_COLORS);
      },
      "dib 5,6 1,1 hash=e1efc21870f169c3 clip=none\n"},
     {"Stretch",
      [](HDC hdc) {
-       const BITMAPINFO info = Info(1, 1, 32);
+       const BITMAPINFO info = DibInfo(1, 1, 32);
        StretchDIBits(hdc, 5, 6, 40, 30, 0, 0, 1, 1, kPixel, &info, DIB_RGB_COLORS, SRCCOPY);
      },
      "stretch 5,6 40,30 from 0,0 1,1 hash=e1efc21870f169c3 clip=none\n"},
