@@ -25,11 +25,12 @@ struct Range {
 
 Range From(std::int64_t begin, std::int64_t size) { return {begin, begin + size}; }
 
-// The destination of `shown` where `asked` goes to `to`: the pixels whose source column,
-// floor(offset × asked / to), is shown. Extents are at least 1 and below 2^32.
+// The destination of `shown` where `asked` goes to `to`: the pixels c whose middle lies in a shown
+// column, floor((2c + 1) × asked / (2 × to)). `asked` has 1 … 2^31 columns, `to` fewer than 2^32.
 Range Shrink(const Range& to, const Range& asked, const Range& shown) {
   const auto place = [&](std::int64_t source) {
-    return to.begin + ((source - asked.begin) * to.Size() + asked.Size() - 1) / asked.Size();
+    const std::int64_t product = (source - asked.begin) * to.Size();  // below 2^63 − 2^31
+    return to.begin + (product + (asked.Size() - 1) / 2) / asked.Size();
   };
   return {place(shown.begin), place(shown.end)};
 }

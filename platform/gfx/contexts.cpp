@@ -5,11 +5,9 @@
 #include "platform/gfx/device_context.h"
 #include "platform/gfx/driver/journal.h"
 #include "platform/gfx/driver/null.h"
+#include "platform/gfx/driver/raster.h"
 
 namespace gfx {
-
-std::unique_ptr<Driver> MakeRasterDriver(Surface& surface, TextEngine& text);
-
 namespace {
 
 TextEngine* displayText = nullptr;  // null: SystemText()
@@ -29,10 +27,10 @@ TextEngine& MemoryText(DeviceContext* partner) {
   return &text == &CellText() ? BuiltinText() : text;
 }
 
-template <class Driver, class... Arguments>
+template <class Made, class... Arguments>
 HDC MakeContext(Arguments&&... arguments) {
   return Guarded<HDC>(nullptr, [&] {
-    return CreateContext(std::make_unique<Driver>(std::forward<Arguments>(arguments)...));
+    return CreateContext(std::make_unique<Made>(std::forward<Arguments>(arguments)...));
   });
 }
 

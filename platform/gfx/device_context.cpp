@@ -2,10 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/gfx/driver/raster.h"
+
 namespace gfx {
-
-std::unique_ptr<Driver> MakeRasterDriver(Surface& surface, TextEngine& text);
-
 namespace {
 
 constexpr LONG kDefaultFontHeight = 12;  // pixels at 96 dots per inch

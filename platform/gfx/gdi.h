@@ -325,9 +325,10 @@ int GetClipBox(HDC hdc, RECT* rect);
 int SetDIBitsToDevice(HDC hdc, int x, int y, DWORD width, DWORD height, int sourceX, int sourceY,
                       UINT firstScan, UINT scanCount, const void* bits, const BITMAPINFO* info,
                       UINT usage);
-// Nearest neighbour, exact in integers. Extents below 1 are refused. Where the source part reaches
-// beyond the image, the destination shrinks to the pixels i with floor(i × source / destination)
-// inside. Source origin, headers and result as above; `bits` holds the whole image.
+// Nearest neighbour, exact in integers: pixel c of a width W shows column
+// floor((2c + 1) × w / (2W)) of a source width w. Extents below 1 are refused. Where the source
+// part reaches beyond the image, what exists of it is stretched over just the pixels that show it.
+// Source origin, headers and result as above; `bits` holds the whole image.
 int StretchDIBits(HDC hdc, int x, int y, int width, int height, int sourceX, int sourceY,
                   int sourceWidth, int sourceHeight, const void* bits, const BITMAPINFO* info,
                   UINT usage, DWORD operation);
@@ -341,7 +342,7 @@ BOOL BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int source
 int GetDIBits(HDC hdc, HBITMAP bitmap, UINT first, UINT count, void* bits, BITMAPINFO* info,
               UINT usage);
 
-// ---- system colours and contexts of windows --------------------------------------------------------
+// ---- system colours and contexts of windows ----------------------------------------------------
 
 // 0 for an index without a COLOR_ constant.
 COLORREF GetSysColor(int index);
