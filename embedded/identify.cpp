@@ -68,9 +68,9 @@ void Run::Identify() {
   std::sort(candidates.begin(), candidates.end());
   std::vector<bool> taken(components_.size());
   for (const Candidate& each : candidates) {
-    WORD& component = channel->peakStore[each.peak].component;
-    if (taken[each.component] || component != 0) continue;
-    component = static_cast<WORD>(each.component + 1);
+    PeakRecord& peak = channel->peakStore[each.peak];
+    if (taken[each.component] || peak.component != 0) continue;
+    peak.component = static_cast<WORD>(each.component + 1);
     taken[each.component] = true;
   }
   ShowPeaks(currentChannel_);

@@ -279,8 +279,8 @@ void Run::Channel::Publish() {
   apexLimit = sampleCount;
   for (; !rangeGiven && rangedSamples < sampleStore.size(); ++rangedSamples) {
     const LONG sample = sampleStore[rangedSamples];
-    rangeLow = rangedSamples == 0 ? sample : std::min<LONG>(rangeLow, sample);
-    rangeHigh = rangedSamples == 0 ? sample : std::max<LONG>(rangeHigh, sample);
+    if (rangedSamples == 0 || sample < rangeLow) rangeLow = sample;
+    if (rangedSamples == 0 || sample > rangeHigh) rangeHigh = sample;
   }
   defaultFullScale = std::max<LONG>(
       static_cast<LONG>(std::min<std::int64_t>(std::int64_t{rangeHigh} - rangeLow, kMaxCount)), 1);
@@ -311,8 +311,10 @@ void Run::Publish() {
   double endMs = 0.0;
   for (const auto& channel : channels_) {
     if (channel->sampleStore.empty()) continue;
-    shortest = std::min(shortest, channel->sampleCount);
-    endMs = std::max(endMs, channel->TimeMs(channel->sampleCount - 1));
+    // A copy: standard functions take references, which packed fields cannot give.
+    const LONG samples = channel->sampleCount;
+    shortest = std::min(shortest, samples);
+    endMs = std::max(endMs, channel->TimeMs(samples - 1));
   }
   sampleCount = shortest == std::numeric_limits<LONG>::max() ? 0 : shortest;
   runDurationMs = static_cast<ULONG>(RoundToMs(endMs));

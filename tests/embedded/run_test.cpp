@@ -98,7 +98,7 @@ TEST_P(Timing, EverySampleIsShownAtItsTime) {
       }
     }
     const RunRef run = Make(channels);
-    EXPECT_EQ(run->timeOffsetMs, c.offsetMs);
+    EXPECT_EQ(+run->timeOffsetMs, c.offsetMs);
     for (int i = 0; i < 2; ++i) {
       const TChannel& channel = *run->channels.At(i);
       EXPECT_EQ(channel.times != nullptr, c.tables[i]) << i;
@@ -130,21 +130,21 @@ TEST(Timing, IrregularTimesGetATableAndJitterDoesNot) {
   ChannelData jitter = gap;
   jitter.timesSec = {0.0, 1.04, 2.0, 2.97, 4.0};
   const RunRef run = Make({jitter, gap});
-  EXPECT_EQ(run->channels.At(0)->times, nullptr);
-  ASSERT_NE(run->channels.At(1)->times, nullptr);
+  EXPECT_EQ(+run->channels.At(0)->times, nullptr);
+  ASSERT_NE(+run->channels.At(1)->times, nullptr);
   EXPECT_EQ(run->channels.At(1)->times[3], 5000);
   EXPECT_EQ(run->PeakPlacementErrorSec(0), 0.0);
   EXPECT_NEAR(run->PeakPlacementErrorSec(1), 1.0, 1e-9);  // 2.0 against 3.0 on a grid of 1.5 s
-  EXPECT_EQ(run->runDurationMs, 6000U);
+  EXPECT_EQ(+run->runDurationMs, 6000U);
   EXPECT_EQ(run->ActualDuration(), 6.0);
 }
 
 TEST(Timing, AuxiliaryChannelsAlwaysHaveATable) {
   const RunRef run = Make({Signal({1, 2, 3}, 10.0)}, {Signal({5, 6}, 12.0, 2.0)});
   const TChannel& aux = *run->auxChannels.At(0);
-  ASSERT_NE(aux.times, nullptr);
+  ASSERT_NE(+aux.times, nullptr);
   EXPECT_EQ(aux.times[1] - aux.timeBase, 4000);
-  EXPECT_EQ(aux.zero, 0);  // its scale counts from the signal's own zero
+  EXPECT_EQ(+aux.zero, 0);  // its scale counts from the signal's own zero
 }
 
 TEST(MakeRun, ReportsTheChannelAndTheCause) {
@@ -211,17 +211,17 @@ TEST(MakeRun, LevelsAndCounts) {
   EXPECT_NEAR(first.zero * unit, 0.5, 1e-8);
   EXPECT_NEAR(first.rangeLow * unit, -0.25, 1e-8);
   EXPECT_NEAR(first.defaultFullScale * unit, 1.75, 1e-8);
-  EXPECT_EQ(run->channels.At(1)->zero, 7);
-  EXPECT_EQ(run->channels.At(1)->defaultFullScale, 1);
-  EXPECT_EQ(run->channels.At(2)->samples, nullptr);
-  EXPECT_EQ(run->channelCount, 3);
-  EXPECT_EQ(run->sampleCount, 2);  // what every channel with samples has
+  EXPECT_EQ(+run->channels.At(1)->zero, 7);
+  EXPECT_EQ(+run->channels.At(1)->defaultFullScale, 1);
+  EXPECT_EQ(+run->channels.At(2)->samples, nullptr);
+  EXPECT_EQ(+run->channelCount, 3);
+  EXPECT_EQ(+run->sampleCount, 2);  // what every channel with samples has
   EXPECT_EQ(run->curchan(), 0);
   run->zero(2);
-  EXPECT_EQ(first.zero, first.samples[2]);
+  EXPECT_EQ(+first.zero, first.samples[2]);
   run->zero(3);
   run->zero(-1);
-  EXPECT_EQ(first.zero, first.samples[2]);
+  EXPECT_EQ(+first.zero, first.samples[2]);
 }
 
 TEST(Lifetime, LivesWhileReferenced) {
@@ -236,7 +236,7 @@ TEST(Lifetime, LivesWhileReferenced) {
   record->AddRef();
   run.reset();
   EXPECT_EQ(chromatogram::pIs(record), record);
-  EXPECT_EQ(record->channels.At(0)->sampleCount, 2);
+  EXPECT_EQ(+record->channels.At(0)->sampleCount, 2);
   record->Release();
   EXPECT_EQ(chromatogram::pIs(record), nullptr);
   EXPECT_EQ(Run::Of(view), nullptr);
@@ -265,9 +265,9 @@ TEST(Peaks, TablesAreCheckedSortedAndTimed) {
     EXPECT_NE(run->SetPeaks(0, {bad}, false), "");
   }
   EXPECT_NE(run->SetPeaks(1, {}, false), "");
-  EXPECT_EQ(run->peakCount, 0);
+  EXPECT_EQ(+run->peakCount, 0);
   ASSERT_EQ(run->SetPeaks(0, {Peak(4, 5, 6), Peak(0, 2, 4)}, false), "");
-  EXPECT_EQ(run->peakCount, 2);
+  EXPECT_EQ(+run->peakCount, 2);
   EXPECT_EQ(run->rtime(1), 0.0);  // sample 2 of a run that starts at −1 s
   EXPECT_EQ(run->rtime(2), 1.5);
   EXPECT_EQ(run->rtime(0), 0.0);
@@ -294,8 +294,8 @@ TEST(Peaks, BaselinesRunStraightUnderAClusterUnlessAValleyLiesLower) {
     run->basecalc(0);
     std::vector<LONG> got;
     for (int i = 0; i < run->peakCount; ++i) {
-      got.push_back(run->peaks.At(i)->baselineStart);
-      got.push_back(run->peaks.At(i)->baselineEnd);
+      got.push_back(+run->peaks.At(i)->baselineStart);
+      got.push_back(+run->peaks.At(i)->baselineEnd);
     }
     EXPECT_EQ(got, c.baselines);
   }
@@ -307,21 +307,21 @@ TEST(Peaks, EachChannelShowsATableThatFitsItsSamples) {
       Make({Signal({0, 5, 0, 5, 0}), Signal({1, 2, 3, 2, 1}), Signal({0, 9, 0}, 0, 1.0)});
   ASSERT_EQ(run->SetPeaks(0, {Peak(0, 1, 2), Peak(2, 3, 4)}, false), "");
   run->basecalc(1);  // the same grid: the current channel's peaks over its own samples
-  EXPECT_EQ(run->peakCount, 2);
-  EXPECT_EQ(run->peaks.At(0)->baselineStart, run->channels.At(1)->samples[0]);
+  EXPECT_EQ(+run->peakCount, 2);
+  EXPECT_EQ(+run->peaks.At(0)->baselineStart, run->channels.At(1)->samples[0]);
   run->basecalc(2);
-  EXPECT_EQ(run->peakCount, 0);
-  EXPECT_EQ(run->sampleInterval, 1.0F);
+  EXPECT_EQ(+run->peakCount, 0);
+  EXPECT_EQ(+run->sampleInterval, 1.0F);
   ASSERT_EQ(run->SetPeaks(2, {Peak(0, 1, 2)}, true), "");
   run->basecalc(2);
-  EXPECT_EQ(run->peakCount, 1);
+  EXPECT_EQ(+run->peakCount, 1);
   EXPECT_EQ(run->rtime(1), 1.0);
   run->recalctime();  // back to the current channel
-  EXPECT_EQ(run->peakCount, 2);
-  EXPECT_EQ(run->sampleInterval, 0.5F);
+  EXPECT_EQ(+run->peakCount, 2);
+  EXPECT_EQ(+run->sampleInterval, 0.5F);
   run->curchan() = 2;
   run->recalctime();
-  EXPECT_EQ(run->peakCount, 1);
+  EXPECT_EQ(+run->peakCount, 1);
 }
 
 TEST(Acquisition, GrowsAndMeasuresThePeriod) {
@@ -338,21 +338,21 @@ TEST(Acquisition, GrowsAndMeasuresThePeriod) {
   EXPECT_EQ(run->AppendSamples(0, more, std::vector<double>{1.8}), "");
   EXPECT_NE(run->AppendSamples(1, more, std::vector<double>{1.8}), "");
   EXPECT_NE(run->AppendSamples(1, more, std::vector<double>{1, 2, 1.5}), "");
-  EXPECT_EQ(run->channels.At(1)->sampleCount, 1);
+  EXPECT_EQ(+run->channels.At(1)->sampleCount, 1);
   EXPECT_EQ(run->AppendSamples(1, more, std::vector<double>{1, 2, 3.25}), "");
   TChannel& first = *run->channels.At(0);
-  EXPECT_EQ(first.sampleCount, 4);
-  EXPECT_EQ(first.rangeHigh, 9);
+  EXPECT_EQ(+first.sampleCount, 4);
+  EXPECT_EQ(+first.rangeHigh, 9);
   EXPECT_EQ(first.GetCyctimeRT(), 0.5F);
   first.UpdateCyctimeRT();
   EXPECT_NEAR(static_cast<double>(first.GetCyctimeRT()), 1.8 / 3, 1e-6);
-  EXPECT_EQ(run->state, 5);
+  EXPECT_EQ(+run->state, 5);
   ASSERT_EQ(run->AppendSamples(2, more, std::vector<double>{5, 6, 7}), "");
   EXPECT_EQ(run->channels.At(2)->times[2], 7000);
   ASSERT_EQ(run->AppendAuxSamples(0, more, std::vector<double>{5, 6, 8}), "");
   EXPECT_EQ(run->auxChannels.At(0)->times[2], 8000);
   run->FinishAcquisition();
-  EXPECT_EQ(run->state, 0);
+  EXPECT_EQ(+run->state, 0);
   EXPECT_NE(run->AppendSamples(0, more), "");
 }
 

@@ -36,20 +36,20 @@ TEST(Layout, WidthAndSignOfTheFields) {
   alignas(8) static BYTE bytes[sizeof(chromatogram)];
   std::memset(bytes, 0xff, sizeof bytes);
   const auto* run = reinterpret_cast<const chromatogram*>(bytes);
-  EXPECT_EQ(run->sampleCount, -1);
-  EXPECT_EQ(run->channelCount, 0xffff);
-  EXPECT_EQ(run->peakCount, 0xffff);
-  EXPECT_EQ(run->state, 0xff);
-  EXPECT_EQ(run->timeOffsetMs, -1);
-  EXPECT_EQ(run->runDurationMs, 0xffffffffU);
-  EXPECT_EQ(run->calibration.referenceComponent, 0xffff);
-  EXPECT_EQ(run->driftZeroIndex, -1);
+  EXPECT_EQ(+run->sampleCount, -1);
+  EXPECT_EQ(+run->channelCount, 0xffff);
+  EXPECT_EQ(+run->peakCount, 0xffff);
+  EXPECT_EQ(+run->state, 0xff);
+  EXPECT_EQ(+run->timeOffsetMs, -1);
+  EXPECT_EQ(+run->runDurationMs, 0xffffffffU);
+  EXPECT_EQ(+run->calibration.referenceComponent, 0xffff);
+  EXPECT_EQ(+run->driftZeroIndex, -1);
   const auto* channel = reinterpret_cast<const TChannel*>(bytes);
-  EXPECT_EQ(channel->penStyle, -1);
-  EXPECT_EQ(channel->visible, -1);
-  EXPECT_EQ(channel->zero, -1);
-  EXPECT_EQ(reinterpret_cast<const PeakRecord*>(bytes)->component, 0xffff);
-  EXPECT_EQ(reinterpret_cast<const THoldWindow*>(bytes)->flags, 0xffff);
+  EXPECT_EQ(+channel->penStyle, -1);
+  EXPECT_EQ(+channel->visible, -1);
+  EXPECT_EQ(+channel->zero, -1);
+  EXPECT_EQ(+reinterpret_cast<const PeakRecord*>(bytes)->component, 0xffff);
+  EXPECT_EQ(+reinterpret_cast<const THoldWindow*>(bytes)->flags, 0xffff);
 }
 
 TEST(Layout, ListsAnswerNothingOutside) {
