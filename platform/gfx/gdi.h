@@ -342,16 +342,9 @@ BOOL BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int source
 int GetDIBits(HDC hdc, HBITMAP bitmap, UINT first, UINT count, void* bits, BITMAPINFO* info,
               UINT usage);
 
-// ---- system colours and contexts of windows ----------------------------------------------------
+// ---- system colours ----------------------------------------------------------------------------
 
 // 0 for an index without a COLOR_ constant.
 COLORREF GetSysColor(int index);
 // A stock brush: never deleted. Null for an index without a COLOR_ constant.
 HBRUSH GetSysColorBrush(int index);
-
-// While the layer has no windows: FALSE.
-BOOL IsWindow(HWND window);
-// Null stands for the display; null for anything that is not a window. End it with ReleaseDC.
-HDC GetDC(HWND window);
-// 1, or 0 for a bad handle.
-int ReleaseDC(HWND window, HDC hdc);
