@@ -1,0 +1,134 @@
+#include "app/formats/text.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace app {
+namespace {
+
+using namespace std::string_literals;
+
+struct DecodeCase {
+  const char* name;
+  std::string bytes;
+  std::string text;
+};
+class Decode : public testing::TestWithParam<DecodeCase> {};
+TEST_P(Decode, GivesUtf8) { EXPECT_EQ(DecodeText(GetParam().bytes), GetParam().text); }
+INSTANTIATE_TEST_SUITE_P(
+    Encodings, Decode,
+    testing::Values(DecodeCase{"Plain", "t,mAU\r\n", "t,mAU\r\n"},
+                    DecodeCase{"Utf8WithMark", "\xEF\xBB\xBFt \xC2\xB5V", "t \xC2\xB5V"},
+                    DecodeCase{"Latin1", "\xB5V \xB0", "\xC2\xB5V \xC2\xB0"},
+                    DecodeCase{"OverlongFormIsLatin1", "\xC0\x80", "\xC3\x80\xC2\x80"},
+                    DecodeCase{"SurrogateInUtf8IsLatin1", "\xED\xA0\x80",
+                               "\xC3\xAD\xC2\xA0\xC2\x80"},
+                    DecodeCase{"CutUtf8IsLatin1", "a\xC2", "a\xC3\x82"},
+                    DecodeCase{"Utf16Little",
+                               "\xFF\xFE"
+                               "1\0,\0\xB5\0\xAC\x20"s,
+                               "1,\xC2\xB5\xE2\x82\xAC"},
+                    DecodeCase{"Utf16Big",
+                               "\xFE\xFF\0"
+                               "1\0\n\x20\xAC"s,
+                               "1\n\xE2\x82\xAC"},
+                    DecodeCase{"Utf16Pair", "\xFE\xFF\xD8\x3D\xDE\x00"s, "\xF0\x9F\x98\x80"},
+                    DecodeCase{"Utf16LoneSurrogates", "\xFE\xFF\xDC\x00\xD8\x00\0A\xD8\x00"s,
+                               "\xEF\xBF\xBD\xEF\xBF\xBD"
+                               "A\xEF\xBF\xBD"},
+                    DecodeCase{"Utf16OddByte",
+                               "\xFF\xFE"
+                               "1\0"
+                               "2"s,
+                               "1\xEF\xBF\xBD"},
+                    DecodeCase{"Utf16MarkAlone", "\xFF\xFE", ""}),
+    [](const auto& c) { return c.param.name; });
+
+TEST(Lines, EveryKindOfEndInOneText) {
+  EXPECT_EQ(SplitLines("a\r\nb\rc\nd\n\r\ne\n"),
+            (std::vector<std::string_view>{"a", "b", "c", "d", "", "e"}));
+  EXPECT_TRUE(SplitLines("").empty());
+}
+
+struct CellsCase {
+  const char* name;
+  const char* line;
+  Separator separator;
+  std::vector<std::string> cells;
+};
+class Cells : public testing::TestWithParam<CellsCase> {};
+TEST_P(Cells, AreSplit) {
+  std::vector<std::string_view> cells;
+  CellStorage storage;
+  SplitCells(GetParam().line, GetParam().separator, cells, storage);
+  EXPECT_EQ(std::vector<std::string>(cells.begin(), cells.end()), GetParam().cells);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Lines, Cells,
+    testing::Values(
+        CellsCase{"Trimmed", " 1 ,\t2\xC2\xA0,3", Separator::kComma, {"1", "2", "3"}},
+        CellsCase{"EmptyOnes", ",1,,", Separator::kComma, {"", "1", "", ""}},
+        CellsCase{"TabsStay", "1\t\t2", Separator::kTab, {"1", "", "2"}},
+        CellsCase{"RunsOfBlanks", "  1 \t 2  ", Separator::kBlanks, {"1", "2"}},
+        CellsCase{"OnlyBlanks", "   ", Separator::kBlanks, {}},
+        CellsCase{"Quoted", R"("0,5"; "a;b" ;c)", Separator::kSemicolon, {"0,5", "a;b", "c"}},
+        CellsCase{"DoubledMarks", R"("say ""x""","""")", Separator::kComma, {"say \"x\"", "\""}},
+        CellsCase{"OpenQuote", R"(1,"2,3)", Separator::kComma, {"1", "2,3"}},
+        CellsCase{"QuotedBlanks", R"("Peak Time" min)", Separator::kBlanks, {"Peak Time", "min"}}),
+    [](const auto& c) { return c.param.name; });
+
+TEST(Cells, ManyCellsEndInOne) {
+  std::vector<std::string_view> cells;
+  CellStorage storage;
+  SplitCells(std::string(kMaxCells + 5, ','), Separator::kComma, cells, storage);
+  EXPECT_EQ(cells.size(), kMaxCells);
+}
+
+struct NumberCase {
+  const char* text;
+  char mark;
+  std::optional<double> value;
+};
+TEST(Numbers, AreParsedWholeOrNotAtAll) {
+  const NumberCase cases[] = {
+      {"1.5", '.', 1.5},
+      {"-.5e-3", '.', -0.0005},
+      {"+2", '.', 2},
+      {"1,5", ',', 1.5},
+      {"-1,5E+2", ',', -150},
+      {"\xE2\x88\x92"
+       "3,25",
+       ',', -3.25},
+      {"-0", '.', 0},
+      {"1e-999", '.', 0},
+      {"1e999", '.', std::nullopt},
+      {"1,5", '.', {}},
+      {"1.5", ',', {}},
+      {"1.2.3", '.', {}},
+      {"", '.', {}},
+      {"-", '.', {}},
+      {"+-1", '.', {}},
+      {"inf", '.', {}},
+      {"-nan", '.', {}},
+      {"0x10", '.', {}},
+      {"12 ", '.', {}},
+      {"1e", '.', {}},
+      {"--1", '.', {}},
+      {"e5", '.', {}},
+      {"\xE2\x88\x92-1", '.', {}},
+  };
+  for (const NumberCase& c : cases) EXPECT_EQ(ParseNumber(c.text, c.mark), c.value) << c.text;
+  // Binary fractions written in full are longer than any fixed buffer.
+  EXPECT_EQ(ParseNumber("0.5" + std::string(500, '0'), '.'), 0.5);
+}
+
+TEST(Bytes, OnlyRegularFilesAreRead) {
+  const std::string folder = std::filesystem::temp_directory_path().string();
+  for (const std::string& path : {folder, folder + "/there/is/no/such/file", "/dev/zero"s}) {
+    EXPECT_THROW(ReadBytes(path), FileError) << path;
+  }
+}
+
+}  // namespace
+}  // namespace app
