@@ -77,20 +77,19 @@ constexpr std::int64_t TruncToInt64(double value) {
   return value == value ? static_cast<std::int64_t>(value) : 0;
 }
 
-// a × b / c toward zero, without losing the product's upper bits, saturated to 32 bits. The
-// magnitudes must be below 2^33; c is not 0.
-constexpr std::int32_t TruncMulDiv(std::int64_t a, std::int64_t b, std::int64_t c) {
+// a × b / c toward zero, without losing the product's upper bits. The magnitudes must be below
+// 2^33, c is not 0; a quotient of 2^48 or more comes out as ±2^48.
+constexpr std::int64_t TruncMulDiv(std::int64_t a, std::int64_t b, std::int64_t c) {
   const bool negative = ((a < 0) != (b < 0)) != (c < 0);
   const auto magnitude = [](std::int64_t v) { return static_cast<std::uint64_t>(v < 0 ? -v : v); };
   // b in two halves, so that no partial product needs more than 64 bits.
   const std::uint64_t high = magnitude(a) * (magnitude(b) >> 16);
   const std::uint64_t low = magnitude(a) * (magnitude(b) & 0xFFFF);
   const std::uint64_t highQuotient = high / magnitude(c);
-  const std::uint64_t quotient =
-      highQuotient >= (std::uint64_t{1} << 32)
-          ? std::uint64_t{1} << 32
-          : (highQuotient << 16) + ((high % magnitude(c) << 16) + low) / magnitude(c);
-  const auto limited = static_cast<std::int64_t>(
-      quotient < (std::uint64_t{1} << 32) ? quotient : std::uint64_t{1} << 32);
-  return SaturateToInt32(negative ? -limited : limited);
+  if (highQuotient >= std::uint64_t{1} << 32) {
+    return negative ? -(std::int64_t{1} << 48) : std::int64_t{1} << 48;
+  }
+  const auto quotient = static_cast<std::int64_t>(
+      (highQuotient << 16) + (((high % magnitude(c)) << 16) + low) / magnitude(c));
+  return negative ? -quotient : quotient;
 }
