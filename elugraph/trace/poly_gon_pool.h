@@ -16,6 +16,11 @@ class ELUGRAPH_API PolyGonPool : public PolyLinePool {
 
   void operator()(int x, int y) override;
   bool Draw() override;
+
+ private:
+  // Adds a point outside the band, to follow the path until it comes back, if there is room.
+  void AddPending(POINT outside);
+  void GoOnOutside();
 };
 
 #pragma pack(pop)

@@ -44,6 +44,14 @@ class ELUGRAPH_API PolyLinePool {
   bool clipped;  // the last point received lies outside the band
   const RECT* clip;
   HDC hdc;
+
+ private:
+  // Replaces the last point by the path's crossing of `limit`, draws, and goes on with that point.
+  void EndRunAt(LONG limit);
+  // Takes up the second of the two points held, the first of which lies outside the band.
+  void GoOnOutside();
+  // Draws the points held and begins the next run.
+  void StartRunWith(POINT first);
 };
 
 #pragma pack(pop)
