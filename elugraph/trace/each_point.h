@@ -129,4 +129,10 @@ class ELUGRAPH_API EachPoint {
   LONG count;
   PointCallback pointCallback;
   ColumnCallback columnCallback;
+
+ private:
+  // Runs the loop for the channel's kind and the mode.
+  void DrawColumns(int index, const LONG* data, int count, FixedPoint64 phase,
+                   FixedPoint64 columnTime, bool exact, int start);
+  void AddPoint(int index, LONG value);
 };
