@@ -5,3 +5,5 @@
 #define ELUGRAPH_API __attribute__((visibility("default")))
 // Supplied by the host: undefined in the library, bound when the program is linked.
 #define ELUGRAPH_HOST __attribute__((visibility("default")))
+// Private operations of exported classes: not part of the interface after all.
+#define ELUGRAPH_INTERNAL __attribute__((visibility("hidden")))

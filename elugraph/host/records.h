@@ -3,7 +3,8 @@
 // All records are byte-packed. In a 32-bit process every named field lies at the offset that the
 // interface fixes (checked by layout_check.h); in a 64-bit process the same structures carry
 // native pointers and the offsets behind a pointer shift. Fields named `hostN` belong to the host.
-// Fields may lie at any address: copy them where a reference would be taken (std::min and the like).
+// Fields may lie at any address: copy them where a reference would be taken (std::min and the
+// like).
 //
 // Units: counts are raw 32-bit detector counts; times in integers are milliseconds, in floating
 // point seconds unless a name says otherwise.

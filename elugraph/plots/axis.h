@@ -56,7 +56,7 @@ class ELUGRAPH_API TVAxis {
 
  private:
   struct Layout;
-  bool Prepare(HDC hdc, LONG y0, LONG y1, Layout& layout);
+  ELUGRAPH_INTERNAL bool Prepare(HDC hdc, LONG y0, LONG y1, Layout& layout);
 
   double lowest_;
   double highest_;

@@ -132,7 +132,7 @@ class ELUGRAPH_API EachPoint {
 
  private:
   // Runs the loop for the channel's kind and the mode.
-  void DrawColumns(int index, const LONG* data, int count, FixedPoint64 phase,
-                   FixedPoint64 columnTime, bool exact, int start);
-  void AddPoint(int index, LONG value);
+  ELUGRAPH_INTERNAL void DrawColumns(int index, const LONG* data, int count, FixedPoint64 phase,
+                                     FixedPoint64 columnTime, bool exact, int start);
+  ELUGRAPH_INTERNAL void AddPoint(int index, LONG value);
 };

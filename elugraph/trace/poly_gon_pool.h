@@ -19,8 +19,8 @@ class ELUGRAPH_API PolyGonPool : public PolyLinePool {
 
  private:
   // Adds a point outside the band, to follow the path until it comes back, if there is room.
-  void AddPending(POINT outside);
-  void GoOnOutside();
+  ELUGRAPH_INTERNAL void AddPending(POINT outside);
+  ELUGRAPH_INTERNAL void GoOnOutside();
 };
 
 #pragma pack(pop)

@@ -47,11 +47,11 @@ class ELUGRAPH_API PolyLinePool {
 
  private:
   // Replaces the last point by the path's crossing of `limit`, draws, and goes on with that point.
-  void EndRunAt(LONG limit);
+  ELUGRAPH_INTERNAL void EndRunAt(LONG limit);
   // Takes up the second of the two points held, the first of which lies outside the band.
-  void GoOnOutside();
+  ELUGRAPH_INTERNAL void GoOnOutside();
   // Draws the points held and begins the next run.
-  void StartRunWith(POINT first);
+  ELUGRAPH_INTERNAL void StartRunWith(POINT first);
 };
 
 #pragma pack(pop)

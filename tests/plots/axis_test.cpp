@@ -5,7 +5,7 @@
 #include <limits>
 #include <random>
 
-#include "plot_fixture.h"
+#include "tests/plots/plot_fixture.h"
 
 namespace {
 
