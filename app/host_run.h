@@ -8,7 +8,7 @@
 
 namespace app {
 
-// Null where the records cannot hold the run; `error` then names the channel and the cause. Regular
+// Null where the records cannot hold the run; `error` then names file, channel and cause. Regular
 // times become a sampling period, others a time table (see embedded/run.h for the tolerance).
 embedded::RunRef HostRun(const RunData& run, std::string& error);
 

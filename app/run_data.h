@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,6 +14,7 @@ struct Trace {
   std::string name;            // may be empty
   std::string unit;            // of the values; may be empty
   std::string description;     // anything longer the file says about the signal
+  std::string source;          // the file it comes from; empty where it was generated
   std::vector<double> values;  // finite
 
   // Seconds from the injection; may start below zero. One time per sample, never decreasing; or
@@ -26,10 +28,28 @@ struct Trace {
   }
 };
 
+// One peak of a channel. Times in seconds on the channel's clock, startS ≤ apexS ≤ endS.
+struct Peak {
+  std::size_t channel = 0;  // index into the run's channels
+  std::string name;         // may be empty
+  double startS = 0;
+  double apexS = 0;
+  double endS = 0;
+  // Baseline under the peak's start and end, in the channel's unit; both or none.
+  std::optional<double> baselineStart;
+  std::optional<double> baselineEnd;
+  std::optional<double> area;  // channel's unit × seconds
+  std::optional<double> height;
+  std::optional<double> amount;
+  std::string amountUnit;
+};
+
 struct RunData {
-  std::vector<Trace> channels;  // at least one after a successful read
+  std::vector<Trace> channels;   // at least one after a successful read
+  std::vector<Trace> auxiliary;  // pressure, temperature, gradient …
+  std::vector<Peak> peaks;       // by channel, then by time
   std::vector<std::pair<std::string, std::string>> metadata;  // as the file names them, in order
-  std::vector<std::string> notes;  // what the reader assumed, one sentence each
+  std::vector<std::string> notes;  // what the reader assumed or left out, one sentence each
 };
 
 enum class TimeUnit { kUnknown, kMillisecond, kSecond, kMinute, kHour };
@@ -38,9 +58,11 @@ enum class TimeUnit { kUnknown, kMillisecond, kSecond, kMinute, kHour };
 double SecondsIn(TimeUnit unit);
 // "ms", "s", "min", "h"; empty for kUnknown.
 const char* TimeUnitText(TimeUnit unit);
+// Times beyond this, either side of zero, are errors: records keep milliseconds in 32 bits.
+inline constexpr double kMaxTimeS = 1'000'000;
 
 struct ReadOptions {
-  // Unit of the times where the file does not tell it.
+  // Unit of the times in place of the one that the file states or suggests.
   TimeUnit timeUnit = TimeUnit::kUnknown;
 };
 

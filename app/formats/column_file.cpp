@@ -31,12 +31,6 @@ constexpr std::array kDialects = {
 // A row that interrupts nothing: header rows may look like data (a row of wavelengths).
 constexpr std::size_t kMaxHeaderRows = 3;
 
-std::string Number(double value) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.10g", value);
-  return text;
-}
-
 bool IsBlankLine(std::string_view line) { return Trim(line).empty(); }
 
 // Words, not a damaged row of numbers.
@@ -48,7 +42,7 @@ bool IsWords(std::string_view line) {
 class ColumnReader {
  public:
   ColumnReader(const std::string& name, std::string_view text, const ReadOptions& options)
-      : name_(name), options_(options), lines_(SplitLines(text)) {}
+      : options_(options), file_(name, text) {}
 
   RunData Read() {
     FindTable();
@@ -60,11 +54,6 @@ class ColumnReader {
   }
 
  private:
-  [[noreturn]] void Fail(std::size_t line, const std::string& cause) const {
-    throw FileError(name_ + ":" + std::to_string(line + 1) + ": " + cause);
-  }
-  [[noreturn]] void Fail(const std::string& cause) const { throw FileError(name_ + ": " + cause); }
-
   // The line's cells in the dialect; views stay valid until the next call.
   const std::vector<std::string_view>& Cells(std::size_t line, Separator separator) {
     SplitCells(lines_[line], separator, cells_, storage_);
@@ -113,9 +102,9 @@ class ColumnReader {
   void NameOnlyTrace(Trace& trace) const;
   void AddTrace(std::size_t column, const std::vector<double>& timesS);
 
-  const std::string& name_;
   const ReadOptions& options_;
-  std::vector<std::string_view> lines_;
+  const TextFile file_;
+  const std::vector<std::string_view>& lines_ = file_.lines;
   std::vector<std::string_view> cells_;
   CellStorage storage_;
 
@@ -197,10 +186,10 @@ void ColumnReader::FailWithoutTable() {
   for (std::size_t line = 0; line < lines_.size(); ++line) {
     const std::string_view text = Trim(lines_[line]);
     if (ParseNumber(text, '.') || ParseNumber(text, ',')) {
-      Fail(line, "expected 2 columns, found 1");
+      file_.Fail(line, "expected 2 columns, found 1");
     }
   }
-  Fail("holds no table of times and values");
+  file_.Fail("holds no table of times and values");
 }
 
 // "Time (min)  Signal (mV)": a unit belongs to the word before it.
@@ -312,14 +301,14 @@ void ColumnReader::ReadRow(std::size_t line) {
   Cells(line, dialect_.separator);
   const std::size_t used = UsedCells(cells_);
   if (used != columnCount_) {
-    Fail(line,
-         "expected " + std::to_string(columnCount_) + " columns, found " + std::to_string(used));
+    file_.Fail(line, "expected " + std::to_string(columnCount_) + " columns, found " +
+                         std::to_string(used));
   }
   for (std::size_t i = 0; i < columnCount_; ++i) {
     const std::optional<double> value = ParseNumber(cells_[i], dialect_.decimalMark);
     if (!value && !IsMissing(cells_[i])) {
-      Fail(line, "column " + std::to_string(i + 1) + ": '" + std::string(cells_[i].substr(0, 40)) +
-                     "' is not a number");
+      file_.Fail(line, "column " + std::to_string(i + 1) + ": '" +
+                           std::string(cells_[i].substr(0, 40)) + "' is not a number");
     }
     columns_[i].push_back(value.value_or(kNoValue));
   }
@@ -339,7 +328,7 @@ void ColumnReader::ReadRows() {
     }
     ReadRow(line);
   }
-  if (rowLine_.size() < 2) Fail(firstRow_, "a single row of values makes no trace");
+  if (rowLine_.size() < 2) file_.Fail(firstRow_, "a single row of values makes no trace");
 }
 
 // Consecutive whole numbers from 0 or 1.
@@ -358,7 +347,8 @@ void ColumnReader::ChooseTime() {
   };
   const auto time = std::find_if(header_.begin(), header_.end(), hasRole(ColumnRole::kTime));
   if (std::count_if(time, header_.end(), hasRole(ColumnRole::kTime)) > 1) {
-    Fail(firstRow_, "several columns of times; signals with times of their own are not read yet");
+    file_.Fail(firstRow_,
+               "several columns of times; signals with times of their own are not read yet");
   }
   if (time != header_.end()) {
     timeColumn_ = static_cast<std::size_t>(time - header_.begin());
@@ -375,13 +365,13 @@ void ColumnReader::ChooseTime() {
 
   const std::vector<double>& times = columns_[timeColumn_];
   for (std::size_t i = 0; i < times.size(); ++i) {
-    if (std::isnan(times[i])) Fail(rowLine_[i], "no time");
+    if (std::isnan(times[i])) file_.Fail(rowLine_[i], "no time");
     if (i > 0 && times[i] < times[i - 1]) {
-      Fail(rowLine_[i],
-           "time " + Number(times[i]) + " lies before the time above it, " + Number(times[i - 1]));
+      file_.Fail(rowLine_[i], "time " + NumberText(times[i]) + " lies before the time above it, " +
+                                  NumberText(times[i - 1]));
     }
   }
-  if (times.front() == times.back()) Fail(rowLine_.back(), "all times are the same");
+  if (times.front() == times.back()) file_.Fail(rowLine_.back(), "all times are the same");
 }
 
 // k where the column holds k times the time differences (in its first row nothing, or any number);
@@ -424,23 +414,21 @@ void ColumnReader::UseStepColumn(std::size_t column) {
 }
 
 TimeUnit ColumnReader::AssumedUnit() {
-  if (options_.timeUnit != TimeUnit::kUnknown) return options_.timeUnit;
-  TimeUnit unit = TimeUnit::kMinute;
-  const double largest =
-      std::max(std::abs(columns_[timeColumn_].front()), std::abs(columns_[timeColumn_].back()));
-  if (largest > kMaxMinutes) unit = TimeUnit::kSecond;
-  if (largest > kMaxSeconds) unit = TimeUnit::kMillisecond;
-  if (counted_) unit = TimeUnit::kSecond;
-  run_.notes.push_back(
-      counted_ ? std::string("samples are numbered, not timed; one second per sample is assumed")
-               : std::string("the file does not state its time unit; ") + TimeUnitText(unit) +
-                     " is assumed");
+  if (counted_) {
+    run_.notes.push_back("samples are numbered, not timed; one second per sample is assumed");
+    return TimeUnit::kSecond;
+  }
+  const TimeUnit unit =
+      AssumedTimeUnit(columns_[timeColumn_].front(), columns_[timeColumn_].back());
+  run_.notes.push_back(AssumedUnitNote(unit));
   return unit;
 }
 
 std::vector<double> ColumnReader::TimesS() {
   const TimeUnit stated = header_[timeColumn_].timeUnit;
-  if (stated != TimeUnit::kUnknown) {
+  if (options_.timeUnit != TimeUnit::kUnknown) {
+    timeUnit_ = options_.timeUnit;
+  } else if (stated != TimeUnit::kUnknown) {
     timeUnit_ = stated;
   } else if (timeUnit_ == TimeUnit::kUnknown) {
     timeUnit_ = AssumedUnit();
@@ -449,8 +437,8 @@ std::vector<double> ColumnReader::TimesS() {
   for (double& time : timesS) {
     time *= SecondsIn(timeUnit_);
     if (std::abs(time) > kMaxTimeS) {
-      Fail(rowLine_[static_cast<std::size_t>(&time - timesS.data())],
-           "time " + Number(time) + " s is beyond " + Number(kMaxTimeS) + " s");
+      file_.Fail(rowLine_[static_cast<std::size_t>(&time - timesS.data())],
+                 "time " + NumberText(time) + " s is beyond " + NumberText(kMaxTimeS) + " s");
     }
   }
   return timesS;
@@ -464,7 +452,8 @@ void ColumnReader::AddTrace(std::size_t column, const std::vector<double>& times
   const auto last = std::find_if(values.rbegin(), values.rend(), hasValue).base();
   const auto gap = std::find_if_not(first, last, hasValue);
   const auto row = [&values](auto at) { return static_cast<std::size_t>(at - values.begin()); };
-  if (gap != last) Fail(rowLine_[row(gap)], "column " + std::to_string(column + 1) + ": no value");
+  if (gap != last)
+    file_.Fail(rowLine_[row(gap)], "column " + std::to_string(column + 1) + ": no value");
 
   Trace trace;
   trace.name = header_[column].name;
@@ -473,8 +462,8 @@ void ColumnReader::AddTrace(std::size_t column, const std::vector<double>& times
   trace.timesS.assign(timesS.begin() + (first - values.begin()),
                       timesS.begin() + (last - values.begin()));
   if (trace.timesS.front() == trace.timesS.back()) {
-    Fail(rowLine_[row(first)],
-         "column " + std::to_string(column + 1) + ": values at a single time make no trace");
+    file_.Fail(rowLine_[row(first)],
+               "column " + std::to_string(column + 1) + ": values at a single time make no trace");
   }
   run_.channels.push_back(std::move(trace));
 }
@@ -502,7 +491,7 @@ void ColumnReader::MakeTraces() {
     const ColumnRole role = header_[i].role;
     if (role == ColumnRole::kValue || role == ColumnRole::kUnnamed) AddTrace(i, timesS);
   }
-  if (run_.channels.empty()) Fail(firstRow_, "no column of values beside the times");
+  if (run_.channels.empty()) file_.Fail(firstRow_, "no column of values beside the times");
   if (run_.channels.size() == 1) NameOnlyTrace(run_.channels[0]);
 }
 

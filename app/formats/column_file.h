@@ -17,20 +17,14 @@ namespace app {
 //
 // Times: the column whose header says so, else the first one. A column that counts the samples
 // gives way to one that holds times. A column of steps (named so, or holding the time differences
-// in another unit) is no signal. Unit: the header's, else that of the step column, else the
-// option's, else minutes; times that run beyond kMaxMinutes are then taken for seconds, beyond
-// kMaxSeconds for milliseconds. Samples that are only counted lie one second apart, or one
-// `options.timeUnit`.
+// in another unit) is no signal. Unit: the option's, else the header's, else that of the step
+// column, else the one that AssumedTimeUnit guesses. Samples that are only counted lie one second
+// (or one `options.timeUnit`) apart.
 //
 // Signals: a cell without a value is allowed before the first and after the last value of a column;
 // the trace is then shorter. Columns without any value are dropped.
 RunData ReadColumnFile(const std::string& name, std::string_view text, const ReadOptions& options);
 
-// Times beyond this, either side of zero, are errors: records keep milliseconds in 32 bits.
-inline constexpr double kMaxTimeS = 1'000'000;
-
 inline constexpr int kMaxProbedLines = 4096;
-inline constexpr double kMaxMinutes = 240;
-inline constexpr double kMaxSeconds = 100'000;
 
 }  // namespace app

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <optional>
 #include <utility>
@@ -199,6 +200,18 @@ TimeUnit TimeUnitOf(std::string_view word) {
   const auto* found = std::find_if(kTimeWords.begin(), kTimeWords.end(),
                                    [&lower](const TimeWord& w) { return lower == w.word; });
   return found == kTimeWords.end() ? TimeUnit::kUnknown : found->unit;
+}
+
+TimeUnit AssumedTimeUnit(double first, double last) {
+  const double largest = std::max(std::abs(first), std::abs(last));
+  return largest > kMaxSeconds   ? TimeUnit::kMillisecond
+         : largest > kMaxMinutes ? TimeUnit::kSecond
+                                 : TimeUnit::kMinute;
+}
+
+std::string AssumedUnitNote(TimeUnit unit) {
+  return std::string("the file does not state its time unit; ") + TimeUnitText(unit) +
+         " is assumed";
 }
 
 bool IsSignalUnit(std::string_view word) {

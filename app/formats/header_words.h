@@ -11,6 +11,14 @@ namespace app {
 // "min", "Minutes", "sec", "s", "msec", "h" … in any case; kUnknown for other words.
 TimeUnit TimeUnitOf(std::string_view word);
 
+// The unit of times from `first` to `last` that nothing else tells: minutes; where they run beyond
+// kMaxMinutes (either side of zero), seconds; beyond kMaxSeconds, milliseconds.
+TimeUnit AssumedTimeUnit(double first, double last);
+inline constexpr double kMaxMinutes = 240;
+inline constexpr double kMaxSeconds = 100'000;
+// The note for the user.
+std::string AssumedUnitNote(TimeUnit unit);
+
 // True for the name of a unit that detectors and sensors report in ("mAU", "µV", "EU", "MPa",
 // "%B").
 bool IsSignalUnit(std::string_view word);

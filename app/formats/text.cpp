@@ -6,6 +6,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <system_error>
@@ -195,6 +196,12 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
   return lines;
 }
 
+void TextFile::Fail(std::size_t line, const std::string& cause) const {
+  throw FileError(name_ + ":" + std::to_string(line + 1) + ": " + cause);
+}
+
+void TextFile::Fail(const std::string& cause) const { throw FileError(name_ + ": " + cause); }
+
 std::string_view Trim(std::string_view text) {
   const auto drop = [&text](bool front) {
     if (text.empty()) return false;
@@ -279,6 +286,12 @@ std::optional<double> ParseNumber(std::string_view text, char decimalMark) {
     return std::nullopt;
   }
   return unicodeMinus ? -value : value;
+}
+
+std::string NumberText(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.10g", value);
+  return text;
 }
 
 bool IsMissing(std::string_view cell) {

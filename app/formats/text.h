@@ -30,6 +30,21 @@ std::string DecodeText(std::string_view bytes);
 // last line counts for nothing. The views borrow `text`.
 std::vector<std::string_view> SplitLines(std::string_view text);
 
+// A text with its name, for readers to go through line by line. Lines count from 0 here and from 1
+// in messages. Both are borrowed.
+class TextFile {
+ public:
+  TextFile(const std::string& name, std::string_view text) : lines(SplitLines(text)), name_(name) {}
+  // Throw FileError: "NAME:LINE: cause" and "NAME: cause".
+  [[noreturn]] void Fail(std::size_t line, const std::string& cause) const;
+  [[noreturn]] void Fail(const std::string& cause) const;
+
+  const std::vector<std::string_view> lines;
+
+ private:
+  const std::string& name_;
+};
+
 // Without blanks (spaces, tabs, no-break spaces) at both ends.
 std::string_view Trim(std::string_view text);
 // ASCII letters in lower case, everything else unchanged.
@@ -53,6 +68,9 @@ void SplitCells(std::string_view line, Separator separator, std::vector<std::str
 // A finite number: optional sign (also U+2212), digits with one decimal mark, optional exponent.
 // Too small a number is 0. Nothing for anything else, a too large number among it.
 std::optional<double> ParseNumber(std::string_view text, char decimalMark);
+
+// "12.5" for messages: up to ten digits.
+std::string NumberText(double value);
 
 // An empty cell, or a word for "no value": "n.a.", "NA", "N/A", "NaN", "-", "--", "#N/A", "null".
 bool IsMissing(std::string_view cell);

@@ -130,8 +130,9 @@ INSTANTIATE_TEST_SUITE_P(
                  "run:3: time 1080000 s is beyond 1000000 s"}),
     [](const auto& c) { return c.param.name; });
 
-TEST(ColumnFileTimes, UnitComesFromTheHeaderThenTheOptionThenTheSize) {
-  EXPECT_EQ(Read("t (s),y\n0,1\n2,2\n", TimeUnit::kHour), "| 0+2: 1 2");
+TEST(ColumnFileTimes, UnitComesFromTheOptionThenTheHeaderThenTheSize) {
+  EXPECT_EQ(Read("t (s),y\n0,1\n2,2\n", TimeUnit::kHour), "| 0+7200: 1 2");
+  EXPECT_EQ(Read("t (s),y\n0,1\n2,2\n"), "| 0+2: 1 2");
   EXPECT_EQ(Read("0,1\n2,2\n", TimeUnit::kHour), "| 0+7200: 1 2");
   EXPECT_EQ(Read("index,y\n0,1\n1,2\n", TimeUnit::kMillisecond), "| 0+0.001: 1 2");
   EXPECT_EQ(Read("0,1\n240,2\n"), "| 0+14400: 1 2");

@@ -1,0 +1,172 @@
+// The program as a process: exit statuses, messages, and what it leaves on the disk.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Contents(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+struct Outcome {
+  int status;
+  std::string out;
+  std::string error;
+};
+
+// A folder of its own with some files of data, in which the program runs.
+class Program : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "elugraph-test-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    folder_ = pattern;
+    fs::create_directory(folder_ / "work");
+    std::ofstream(Work("good.csv")) << "Time (min),UV (mAU)\n0,1\n1,5\n2,2\n3,2.5\n";
+    std::ofstream(Work("bad.csv")) << "Time (min),UV (mAU)\n0,1\n1\n2,2\n";
+    std::ofstream(Work("huge.csv")) << "0,1e60\n1,2\n";
+    std::ofstream(Work("empty.csv"));
+    before_ = Listing();
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  fs::path Work(const std::string& name) const { return folder_ / "work" / name; }
+  std::set<std::string> Listing() const {
+    std::set<std::string> names;
+    for (const auto& entry : fs::recursive_directory_iterator(folder_ / "work")) {
+      names.insert(fs::relative(entry.path(), folder_ / "work").string());
+    }
+    return names;
+  }
+  // What the program left behind.
+  std::set<std::string> NewFiles() const {
+    const std::set<std::string> now = Listing();
+    std::set<std::string> added;
+    std::set_difference(now.begin(), now.end(), before_.begin(), before_.end(),
+                        std::inserter(added, added.end()));
+    return added;
+  }
+  Outcome Run(const std::string& arguments) const {
+    const std::string command = "cd '" + (folder_ / "work").string() +
+                                "' && '" ELUGRAPH_PROGRAM "' " + arguments +
+                                " >../stdout 2>../stderr";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(folder_ / "stdout"),
+            Contents(folder_ / "stderr")};
+  }
+
+  fs::path folder_;
+  std::set<std::string> before_;
+};
+
+bool IsPng(const fs::path& path) { return Contents(path).starts_with("\x89PNG\r\n\x1A\n"); }
+
+// Width and height as the picture's header has them.
+std::pair<int, int> SizeOfPng(const fs::path& path) {
+  const std::string bytes = Contents(path);
+  const auto number = [&bytes](std::size_t at) {
+    int value = 0;
+    for (std::size_t i = at; i < at + 4; ++i) {
+      value = value * 256 + static_cast<unsigned char>(bytes.at(i));
+    }
+    return value;
+  };
+  return {number(16), number(20)};
+}
+
+TEST_F(Program, RefusesInOneLineAndLeavesNothing) {
+  const struct {
+    const char* arguments;
+    const char* error;  // the line, or how it begins where it ends in "…"
+  } cases[] = {
+      {"bad.csv", "bad.csv:3: expected 2 columns, found 1"},
+      {"render good.csv bad.csv -o x.png", "bad.csv:3: expected 2 columns, found 1"},
+      {"empty.csv", "empty.csv: is empty"},
+      {"none.csv", "none.csv: No such file or directory"},
+      {".", ".: is a folder, not a file"},
+      {"render good.csv huge.csv -o x.png", "huge.csv: channel 1: …"},
+      {"render good.csv -o none/x.png", "none/x.png: …"},
+      {"render good.csv -o ./good.csv", "./good.csv: is an input file; it is not replaced"},
+      {"render good.csv --size 600",
+       "--size: '600' is not WIDTHxHEIGHT with both from 64 to 16384"},
+      {"render good.csv --size 600x9999999999", "--size: '600x9999999999' is not …"},
+      {"render good.csv --from soon", "--from: 'soon' is not a time such as 2.5min or 90s"},
+      {"render good.csv --from 2 --to 60s", "nothing lies between …"},
+      {"render good.csv --time-unit week", "--time-unit: 'week' is not one of ms, s, min, h"},
+      {"render", "FILE is required …"},
+      {"render good.csv --shiny", "The following argument was not expected: --shiny …"},
+  };
+  const std::string data = Contents(Work("good.csv"));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.arguments);
+    const Outcome outcome = Run(c.arguments);
+    EXPECT_EQ(outcome.status, 2);
+    std::string expected = std::string("elugraph: ") + c.error;
+    if (expected.ends_with("…")) {
+      expected.resize(expected.size() - 3);
+      EXPECT_EQ(outcome.error.substr(0, expected.size()), expected);
+    } else {
+      EXPECT_EQ(outcome.error, expected + "\n");
+    }
+    EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1);
+    EXPECT_EQ(outcome.out, "");
+    EXPECT_EQ(NewFiles(), std::set<std::string>());
+  }
+  EXPECT_EQ(Contents(Work("good.csv")), data);
+}
+
+TEST_F(Program, RendersToTheNamedFile) {
+  const Outcome outcome = Run("render good.csv -o picture.png --size 300x200 --from 30s --average");
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(outcome.out, "picture.png\n");
+  EXPECT_EQ(NewFiles(), std::set<std::string>{"picture.png"});
+  ASSERT_TRUE(IsPng(Work("picture.png")));
+  EXPECT_EQ(SizeOfPng(Work("picture.png")), std::pair(300, 200));
+}
+
+TEST_F(Program, BareFileNameRendersToTheOutputFolder) {
+  EXPECT_EQ(Run("good.csv").out, "out/good.png\n");
+  EXPECT_TRUE(IsPng(Work("out/good.png")));
+  EXPECT_EQ(NewFiles(), (std::set<std::string>{"out", "out/good.png"}));
+}
+
+TEST_F(Program, WithoutArgumentsDrawsTheSameDemonstrationEachTime) {
+  const Outcome outcome = Run("");
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  const fs::path picture = Work(outcome.out.substr(0, outcome.out.find('\n')));
+  ASSERT_TRUE(IsPng(picture)) << outcome.out;
+  const std::string first = Contents(picture);
+  Run("");
+  EXPECT_EQ(Contents(picture), first);
+}
+
+TEST_F(Program, AssumptionsAreSaid) {
+  std::ofstream(Work("plain.txt")) << "0 1\n1 2\nEND\n";
+  EXPECT_EQ(Run("plain.txt").out,
+            "note: text after the table, from line 3, is not used\n"
+            "note: the file does not state its time unit; min is assumed\n"
+            "out/plain.png\n");
+  EXPECT_EQ(Run("plain.txt --time-unit s").out,
+            "note: text after the table, from line 3, is not used\nout/plain.png\n");
+}
+
+TEST_F(Program, HelpAndVersionAreAnswers) {
+  for (const char* arguments : {"--help", "render --help", "--version"}) {
+    const Outcome outcome = Run(arguments);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.out.find("elugraph"), std::string::npos) << arguments;
+    EXPECT_EQ(outcome.error, "");
+  }
+}
+
+}  // namespace
