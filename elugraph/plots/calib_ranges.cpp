@@ -46,7 +46,10 @@ struct Extent {
 
 }  // namespace
 
-int CalibSource::PointCount() const { return std::clamp<int>(pool.points.count, 0, 0xFFFF); }
+int CalibSource::PointCount() const {
+  const LONG count = pool.points.count;  // no reference into a packed record
+  return std::clamp<LONG>(count, 0, 0xFFFF);
+}
 
 CalibSettings SettingsOf(const CalibSource& source) {
   const CalibPool& pool = source.pool;
