@@ -4,23 +4,39 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "platform/gfx/context.h"
 #include "platform/gfx/gdi.h"
 
-inline bool operator==(const POINT& a, const POINT& b) { return a.x == b.x && a.y == b.y; }
-inline bool operator==(const SIZE& a, const SIZE& b) { return a.cx == b.cx && a.cy == b.cy; }
-inline bool operator==(const RECT& a, const RECT& b) {
-  return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
+inline constexpr LONG kMin = -2147483647 - 1;
+inline constexpr LONG kMax = 2147483647;
+
+using Numbers = std::vector<LONG>;
+inline Numbers Of(POINT point) { return {point.x, point.y}; }
+inline Numbers Of(SIZE size) { return {size.cx, size.cy}; }
+inline Numbers Of(const RECT& box) { return {box.left, box.top, box.right, box.bottom}; }
+
+// A header of `bits` bits per pixel; a negative height stores the top row first.
+inline BITMAPINFO DibInfo(LONG width, LONG height, WORD bits = 24) {
+  BITMAPINFO info{};
+  info.bmiHeader = {sizeof info.bmiHeader, width, height, 1, bits, BI_RGB, 0, 0, 0, 0, 0};
+  return info;
 }
-inline std::ostream& operator<<(std::ostream& out, const POINT& point) {
-  return out << point.x << "," << point.y;
+
+inline HFONT NewFont(LONG height, LONG width = 0, LONG escapement = 0) {
+  LOGFONTA font{};
+  font.lfHeight = height;
+  font.lfWidth = width;
+  font.lfEscapement = escapement;
+  return CreateFontIndirectA(&font);
 }
-inline std::ostream& operator<<(std::ostream& out, const SIZE& size) {
-  return out << size.cx << "x" << size.cy;
-}
-inline std::ostream& operator<<(std::ostream& out, const RECT& box) {
-  return out << box.left << "," << box.top << "," << box.right << "," << box.bottom;
+
+// Selects an object that lives only as long as it is selected.
+inline void Use(HDC hdc, HGDIOBJ object) {
+  SelectObject(hdc, object);
+  DeleteObject(object);
 }
 
 class GdiTest : public testing::Test {
@@ -29,27 +45,8 @@ class GdiTest : public testing::Test {
     DeleteDC(hdc);
     EXPECT_EQ(gfx::LiveObjects(), before_) << "objects left behind";
   }
-
-  HFONT Font(LONG height, LONG width = 0, LONG escapement = 0) {
-    LOGFONTA font{};
-    font.lfHeight = height;
-    font.lfWidth = width;
-    font.lfEscapement = escapement;
-    return CreateFontIndirectA(&font);
-  }
-
-  // Selects an object that lives only as long as it is selected.
-  void Use(HGDIOBJ object) {
-    SelectObject(hdc, object);
-    DeleteObject(object);
-  }
-
-  POINT Position() {
-    POINT position{};
-    MoveToEx(hdc, 0, 0, &position);
-    MoveToEx(hdc, position.x, position.y, nullptr);
-    return position;
-  }
+  // What was written since the last call.
+  std::string Take() { return std::exchange(journal, {}); }
 
  private:
   const std::size_t before_ = gfx::LiveObjects();  // counted before the context exists
@@ -58,14 +55,3 @@ class GdiTest : public testing::Test {
   std::string journal;
   HDC hdc = gfx::CreateJournalContext(journal);
 };
-
-// A header of `bits` bits per pixel; a negative height stores the top row first.
-inline BITMAPINFO DibInfo(LONG width, LONG height, WORD bits = 24) {
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = width;
-  info.bmiHeader.biHeight = height;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = bits;
-  return info;
-}
