@@ -75,6 +75,8 @@ bool Step();
 // Steps and waits until `done` (checked after every step), PostQuitMessage, or until the front says
 // that nothing more will come. True where `done`.
 bool RunUntil(const std::function<bool()>& done);
+// When the next timer is due; kNever where none runs.
+std::int64_t NextTimerDue();
 // True after PostQuitMessage until ResetQuit.
 bool QuitPosted(int* exitCode = nullptr);
 void ResetQuit();

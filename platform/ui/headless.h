@@ -10,11 +10,11 @@
 
 namespace ui {
 
-// Becomes the current front when made; when it ends, the front before comes back, and all windows
-// made meanwhile are destroyed. Nothing sleeps: waiting moves the clock to the next timer at once.
-// Input functions feed one gesture and carry out all that follows from it (RunUntilIdle), so a test
-// reads top to bottom. Inside of modal calls (a dialog that returns a result) steps queued with
-// Then go on.
+// Becomes the current front when made, and "DISPLAY" contexts measure with its text engine; when it
+// ends, the front before comes back, and all windows made meanwhile are destroyed. Nothing sleeps:
+// waiting moves the clock to the next timer at once. Input functions feed one gesture and carry out
+// all that follows from it (RunUntilIdle), so a test reads top to bottom. Inside of modal calls (a
+// dialog that returns a result) steps queued with Then go on.
 class Headless : public Front {
  public:
   explicit Headless(gfx::TextEngine& text = gfx::BuiltinText(), SIZE screen = {1920, 1080});
@@ -59,7 +59,6 @@ class Headless : public Front {
   gfx::TextEngine& Text() override { return text_; }
   SIZE Screen() override { return screen_; }
   void Present(HWND window, const gfx::Surface& picture, const RECT& dirty) override;
-  void Gone(HWND window) override;
 
  private:
   bool TakeStep();
@@ -67,6 +66,8 @@ class Headless : public Front {
   gfx::TextEngine& text_;
   const SIZE screen_;
   Front* const before_;
+  gfx::TextEngine* const displayBefore_;
+  const std::vector<HWND> windowsBefore_;
   std::int64_t now_ = 0;
   std::int64_t lastInput_ = 0;
   bool inStep_ = false;

@@ -67,6 +67,7 @@ inline constexpr UINT BST_UNCHECKED = 0;
 inline constexpr UINT BST_CHECKED = 1;
 inline constexpr UINT BST_PUSHED = 4;
 inline constexpr UINT BST_FOCUS = 8;
+inline constexpr UINT BST_HOT = 0x200;  // the mouse is over it
 
 inline constexpr UINT BN_CLICKED = 0;
 inline constexpr UINT EN_CHANGE = 0x0300;

@@ -9,7 +9,9 @@
 // children.
 //
 // A handle that is null, stale or of another kind is refused: the call answers null, 0 or FALSE and
-// changes nothing. Extents are limited to 0 … 16384 pixels, positions to ±2^20.
+// changes nothing. Extents are limited to 0 … 16384 pixels, positions to ±2^20; a window of more
+// than 2^26 pixels shows nothing.
+//
 // All calls come from one thread. Texts are UTF-8.
 #pragma once
 

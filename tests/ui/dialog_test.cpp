@@ -1,0 +1,267 @@
+// Dialogs from templates: layout, keys, buttons, running and ending.
+#include "tests/ui/probe.h"
+
+namespace {
+
+ui::DialogTemplate SmallForm() {
+  ui::DialogTemplate form;
+  form.caption = "Form";
+  form.width = 200;
+  form.height = 120;
+  form.controls = {
+      {"STATIC", "Label", 10, SS_LEFT, 10, 4, 80, 16},
+      {"BUTTON", "Swatch", 20, BS_OWNERDRAW | WS_TABSTOP, 10, 20, 41, 21},
+      {"BUTTON", "Linear", 31, BS_AUTORADIOBUTTON | WS_GROUP | WS_TABSTOP, 10, 50, 80, 20},
+      {"BUTTON", "Logarithmic", 32, BS_AUTORADIOBUTTON, 100, 50, 80, 20},
+      {"BUTTON", "OK", IDOK, BS_DEFPUSHBUTTON | WS_GROUP | WS_TABSTOP, 20, 90, 70, 24},
+      {"BUTTON", "Cancel", IDCANCEL, BS_PUSHBUTTON | WS_TABSTOP, 110, 90, 70, 24},
+      {"BUTTON", "Hidden", 40, BS_PUSHBUTTON | WS_TABSTOP, 0, 0, 5, 5, true}};
+  return form;
+}
+
+class Dialogs : public probe::Fixture {
+ protected:
+  Dialogs() { ui::AddDialog(module, "FORM", SmallForm()); }
+
+  HWND Open(HWND owner = nullptr, const char* name = "form") {
+    dialog = ui::CreateDialogWindow(module, name, owner, Procedure, this);
+    return dialog;
+  }
+
+  static LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NCCREATE) {
+      SetWindowLongPtrA(
+          window, GWLP_USERDATA,
+          reinterpret_cast<LONG_PTR>(reinterpret_cast<CREATESTRUCTA*>(lParam)->lpCreateParams));
+    }
+    auto* self = reinterpret_cast<Dialogs*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    return self->OnMessage(window, message, wParam, lParam);
+  }
+
+  virtual LRESULT OnMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+      controlsAtInit = GetDlgItem(window, IDCANCEL) != nullptr;
+      EXPECT_EQ(lParam, reinterpret_cast<LPARAM>(this));
+    }
+    if (message == WM_COMMAND) {
+      commands += " " + std::to_string(LOWORD(wParam));
+      EXPECT_EQ(reinterpret_cast<HWND>(lParam), GetDlgItem(window, LOWORD(wParam)));
+      if (LOWORD(wParam) <= IDCANCEL) EndDialog(window, LOWORD(wParam));
+    }
+    if (message == WM_DRAWITEM) {
+      item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lParam);
+      faceAtDraw = GetBkColor(item.hDC);
+      return TRUE;
+    }
+    if (message == WM_CTLCOLORBTN) {
+      SetBkColor(reinterpret_cast<HDC>(wParam), RGB(200, 0, 0));
+      return reinterpret_cast<LRESULT>(brush);
+    }
+    return DefDlgProcA(window, message, wParam, lParam);
+  }
+
+  HMODULE module = ui::RegisterModule("dialog test");
+  HWND dialog = nullptr;
+  HBRUSH brush = nullptr;
+  bool controlsAtInit = false;
+  std::string commands;
+  DRAWITEMSTRUCT item{};
+  COLORREF faceAtDraw = 0;
+};
+
+TEST_F(Dialogs, AreMadeHiddenWithTheirControls) {
+  const HWND window = Open();
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(controlsAtInit);
+  EXPECT_FALSE(IsWindowVisible(window));
+  EXPECT_EQ(ui::TemplateOf(window)->caption, "Form");
+  EXPECT_EQ(Open(nullptr, "no such form"), nullptr);
+  EXPECT_EQ(ui::CreateDialogWindow(nullptr, "form", nullptr, Procedure, this), nullptr);
+}
+
+struct LayoutCase {
+  const char* name;
+  ui::Units units;
+  int scale;
+  RECT client, cancel;
+};
+
+class Layouts : public Dialogs, public testing::WithParamInterface<LayoutCase> {};
+
+// The built-in font of 12 pixels has cells of 6 × 12; at 200 % of 12 × 24.
+TEST_P(Layouts, PositionsFollowUnitsAndScale) {
+  const LayoutCase& c = GetParam();
+  ui::DialogTemplate form = SmallForm();
+  form.units = c.units;
+  ui::AddDialog(module, "LAYOUT", form);
+  ui::SetScale(c.scale);
+  const HWND window = Open(nullptr, "LAYOUT");
+  RECT client, place;
+  GetClientRect(window, &client);
+  GetWindowRect(GetDlgItem(window, IDCANCEL), &place);
+  POINT corner{place.left, place.top};
+  ScreenToClient(window, &corner);
+  EXPECT_EQ(client.right, c.client.right);
+  EXPECT_EQ(client.bottom, c.client.bottom);
+  EXPECT_EQ(corner.x, c.cancel.left);
+  EXPECT_EQ(corner.y, c.cancel.top);
+  EXPECT_EQ(place.right - place.left, c.cancel.right - c.cancel.left);
+  EXPECT_EQ(ui::TemplateToPixels(window, {200, 120}).cx, c.client.right);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Layouts,
+    testing::Values(
+        LayoutCase{"Pixels100", ui::Units::kPixels, 100, {0, 0, 200, 120}, {110, 90, 180, 114}},
+        LayoutCase{"Pixels150", ui::Units::kPixels, 150, {0, 0, 300, 180}, {165, 135, 270, 171}},
+        LayoutCase{"Pixels200", ui::Units::kPixels, 200, {0, 0, 400, 240}, {220, 180, 360, 228}}),
+    probe::CaseName());
+
+TEST_F(Dialogs, DialogUnitsFollowTheFont) {
+  ui::DialogTemplate form = SmallForm();
+  form.units = ui::Units::kDialogUnits;
+  ui::AddDialog(module, "LAYOUT", form);
+  SIZE extents[2];
+  for (int i = 0; i < 2; ++i) {
+    ui::SetScale(100 * (i + 1));
+    extents[i] = ui::TemplateToPixels(Open(nullptr, "LAYOUT"), {400, 800});
+  }
+  EXPECT_GE(extents[0].cx, 400);  // characters are at least 4 pixels wide and 8 high
+  EXPECT_GE(extents[0].cy, 800);
+  EXPECT_GT(extents[1].cx, extents[0].cx);
+  EXPECT_GT(extents[1].cy, extents[0].cy);
+}
+
+struct KeyCase {
+  const char* name;
+  std::vector<std::pair<WORD, bool>> keys;  // key, with Shift
+  int focus;                                // id afterwards; 0: the dialog has ended
+  const char* commands;
+};
+
+class Keys : public Dialogs, public testing::WithParamInterface<KeyCase> {};
+
+TEST_P(Keys, MoveTheFocusAndPressButtons) {
+  const KeyCase& c = GetParam();
+  ui::RunDialog(Open(), nullptr, false);
+  CheckDlgButton(dialog, 31, BST_CHECKED);
+  for (const auto& [key, shift] : c.keys) desk.Key(key, shift);
+  EXPECT_EQ(commands, c.commands);
+  EXPECT_EQ(GetDlgCtrlID(GetFocus()), c.focus);
+  EXPECT_EQ(IsWindow(dialog), c.focus != 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Keys,
+    testing::Values(KeyCase{"FirstControl", {}, 20, ""}, KeyCase{"Tab", {{VK_TAB, false}}, 31, ""},
+                    KeyCase{"TabLeavesTheGroup", {{VK_TAB, false}, {VK_TAB, false}}, IDOK, ""},
+                    KeyCase{"BackRoundTheEnd", {{VK_TAB, true}}, IDCANCEL, ""},
+                    KeyCase{"ArrowChecks", {{VK_TAB, false}, {VK_DOWN, false}}, 32, " 32"},
+                    KeyCase{"ArrowRoundTheGroup",
+                            {{VK_TAB, false}, {VK_UP, false}, {VK_LEFT, false}},
+                            31,
+                            " 32 31"},
+                    KeyCase{"EnterIsTheDefaultButton", {{VK_RETURN, false}}, 0, " 1"},
+                    KeyCase{"EnterOnAnotherButton", {{VK_TAB, true}, {VK_RETURN, false}}, 0, " 2"},
+                    KeyCase{"SpaceOnAButton", {{VK_TAB, true}, {VK_SPACE, false}}, 0, " 2"},
+                    KeyCase{"SpaceOnOwnerDrawn", {{VK_SPACE, false}}, 20, " 20"},
+                    KeyCase{"Escape", {{VK_ESCAPE, false}}, 0, " 2"}),
+    probe::CaseName());
+
+TEST_F(Dialogs, MouseOnButtons) {
+  ui::RunDialog(Open(), nullptr, false);
+  const HWND ok = GetDlgItem(dialog, IDOK), log = GetDlgItem(dialog, 32);
+  CheckDlgButton(dialog, 31, BST_CHECKED);
+  desk.Click(log);
+  EXPECT_EQ(IsDlgButtonChecked(dialog, 31), BST_UNCHECKED);
+  EXPECT_EQ(IsDlgButtonChecked(dialog, 32), BST_CHECKED);
+  // Released outside: no click; and it shows as pressed only while the mouse is inside.
+  desk.Press(ok, 5, 5);
+  EXPECT_EQ(SendMessageA(ok, BM_GETSTATE, 0, 0) & BST_PUSHED, BST_PUSHED);
+  desk.MoveTo(ok, -20, 5);
+  EXPECT_EQ(SendMessageA(ok, BM_GETSTATE, 0, 0) & BST_PUSHED, 0);
+  desk.Release(ok, -20, 5);
+  EXPECT_EQ(commands, " 32");
+  EnableWindow(ok, FALSE);
+  desk.Click(ok);
+  desk.Key(VK_RETURN);
+  SendMessageA(ok, BM_CLICK, 0, 0);
+  EXPECT_EQ(commands, " 32");
+  EXPECT_TRUE(IsWindow(dialog));
+}
+
+TEST_F(Dialogs, OwnerDrawnButtonsGetTheBrushAndTheItem) {
+  brush = CreateSolidBrush(RGB(0, 90, 0));
+  ui::RunDialog(Open(), nullptr, false);
+  EXPECT_EQ(desk.Picture(dialog).Pixel(10 + 20, 20 + 10), RGB(0, 90, 0));
+  EXPECT_EQ(item.CtlType, ODT_BUTTON);
+  EXPECT_EQ(item.CtlID, 20u);
+  EXPECT_EQ(item.hwndItem, GetDlgItem(dialog, 20));
+  EXPECT_EQ(item.rcItem.right, 41);
+  EXPECT_EQ(item.rcItem.bottom, 21);
+  EXPECT_EQ(item.itemState, ODS_FOCUS);
+  EXPECT_EQ(faceAtDraw, RGB(200, 0, 0));
+  desk.Press(item.hwndItem, 3, 3);
+  EXPECT_EQ(item.itemState, ODS_FOCUS | ODS_SELECTED);
+  desk.Release(item.hwndItem, 3, 3);
+  EXPECT_EQ(commands, " 20");
+  DeleteObject(brush);
+}
+
+TEST_F(Dialogs, ResultsComeOnceAndTheOwnerWaits) {
+  const HWND owner = Top("owner");
+  LONG_PTR result = 0;
+  int calls = 0;
+  bool existed = false;
+  const auto done = [&](LONG_PTR value) {
+    result = value;
+    ++calls;
+    existed = IsWindow(dialog);
+  };
+  EXPECT_TRUE(ui::RunDialog(Open(owner), done, true));
+  EXPECT_FALSE(ui::RunDialog(dialog, done, true));
+  Got();
+  desk.Click(owner, 3, 3);
+  EXPECT_EQ(Got("down"), "");
+  EXPECT_EQ(GetActiveWindow(), dialog);
+  desk.Close(owner);
+  EXPECT_TRUE(IsWindow(owner));
+  // The first result counts, and what was on the way still arrives.
+  EndDialog(dialog, 11);
+  EndDialog(dialog, 12);
+  EXPECT_EQ(calls, 0);
+  EXPECT_FALSE(IsWindowVisible(dialog));
+  EXPECT_EQ(GetActiveWindow(), owner);
+  desk.RunUntilIdle();
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(result, 11);
+  EXPECT_TRUE(existed);
+  EXPECT_FALSE(IsWindow(dialog));
+  // Destroyed with its owner: cancelled.
+  ui::RunDialog(Open(owner), done, true);
+  DestroyWindow(owner);
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(result, IDCANCEL);
+  EXPECT_EQ(ui::LiveWindows(), 0u);
+}
+
+TEST_F(Dialogs, ModalRunsEndByTheScriptOrWhenNothingCanHappen) {
+  desk.Then([&] { desk.Key(VK_TAB); });
+  desk.Then([&] { desk.Key(VK_RETURN); });
+  EXPECT_EQ(ui::RunModalDialog(Open()), IDOK);
+  EXPECT_EQ(desk.StepsLeft(), 0u);
+  EXPECT_EQ(ui::RunModalDialog(Open()), IDCANCEL);
+  // A timer that never ends the dialog does not keep it for ever.
+  SetTimer(Open(), 1, 500, nullptr);
+  EXPECT_EQ(ui::RunModalDialog(dialog), IDCANCEL);
+  EXPECT_EQ(ui::LiveWindows(), 0u);
+}
+
+TEST_F(Dialogs, ClosingIsTheCancelCommand) {
+  ui::RunDialog(Open(), nullptr, false);
+  desk.Close(dialog);
+  EXPECT_EQ(commands, " 2");
+  EXPECT_FALSE(IsWindow(dialog));
+}
+
+}  // namespace

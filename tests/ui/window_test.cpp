@@ -1,0 +1,215 @@
+// Making and ending windows, places, stale handles, message order.
+#include "tests/ui/probe.h"
+
+namespace {
+
+class Windows : public probe::Fixture {};
+
+TEST_F(Windows, OwnedWindowsEndFirstAndChildrenBeforeTheirParentIsGone) {
+  const HWND top = Top("top");
+  const HWND child = Child("child", top, {0, 0, 50, 50});
+  Child("grandchild", child, {0, 0, 10, 10});
+  Make("owned", WS_POPUP, {0, 0, 5, 5}, top);
+  Got();
+  EXPECT_TRUE(DestroyWindow(top));
+  EXPECT_EQ(Got("destroy gone"),
+            "owned:destroy owned:gone top:destroy child:destroy grandchild:destroy "
+            "grandchild:gone child:gone top:gone");
+  EXPECT_EQ(ui::LiveWindows(), 0u);
+}
+
+TEST_F(Windows, WindowsThatRefuseToBeMadeLeaveNothing) {
+  for (const UINT refused : {WM_NCCREATE, WM_CREATE}) {
+    probe::Answer() = [refused](HWND, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+      if (message != refused) return std::nullopt;
+      return refused == WM_CREATE ? -1 : 0;
+    };
+    EXPECT_EQ(Top("never"), nullptr);
+    EXPECT_EQ(ui::LiveWindows(), 0u);
+  }
+}
+
+TEST_F(Windows, BadArgumentsMakeNoWindow) {
+  const HWND top = Top("top");
+  const HWND gone = Top("gone");
+  DestroyWindow(gone);
+  EXPECT_EQ(
+      CreateWindowExA(0, "no such class", "", 0, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr),
+      nullptr);
+  EXPECT_EQ(CreateWindowExA(0, nullptr, "", 0, 0, 0, 9, 9, top, nullptr, nullptr, nullptr),
+            nullptr);
+  EXPECT_EQ(Child("orphan", nullptr, {0, 0, 9, 9}), nullptr);
+  EXPECT_EQ(Child("orphan", gone, {0, 0, 9, 9}), nullptr);
+  EXPECT_EQ(Make("owned", WS_POPUP, {0, 0, 9, 9}, gone), nullptr);
+}
+
+// Every function gets handles that are stale, null, all ones, or of a drawing object.
+TEST_F(Windows, ForeignHandlesAreRefused) {
+  const HWND stale = Top("stale");
+  DestroyWindow(stale);
+  const HBRUSH brush = CreateSolidBrush(0);
+  for (const HWND bad : {stale, static_cast<HWND>(nullptr), reinterpret_cast<HWND>(~UINT_PTR{0}),
+                         reinterpret_cast<HWND>(brush)}) {
+    RECT rect{1, 2, 3, 4};
+    POINT point{5, 6};
+    char text[8] = "x";
+    EXPECT_FALSE(IsWindow(bad) || DestroyWindow(bad) || ShowWindow(bad, SW_SHOW) ||
+                 IsWindowVisible(bad) || EnableWindow(bad, FALSE) || IsWindowEnabled(bad) ||
+                 SetWindowPos(bad, nullptr, 0, 0, 9, 9, 0) || GetWindowRect(bad, &rect) ||
+                 GetClientRect(bad, &rect) || ClientToScreen(bad, &point) ||
+                 ScreenToClient(bad, &point) || SetWindowTextA(bad, "text") ||
+                 PostMessageA(bad, WM_APP, 0, 0) || InvalidateRect(bad, nullptr, TRUE) ||
+                 ValidateRect(bad, nullptr) || UpdateWindow(bad) || KillTimer(bad, 777) ||
+                 CheckDlgButton(bad, 1, 1) || EndDialog(bad, 1) || IsDialogMessageA(bad, nullptr));
+    EXPECT_EQ(GetWindowTextA(bad, text, 8), 0);
+    EXPECT_EQ(SendMessageA(bad, WM_APP, 1, 2), 0);
+    EXPECT_EQ(GetParent(bad), nullptr);
+    EXPECT_EQ(GetDlgItem(bad, 1), nullptr);
+    EXPECT_EQ(GetDlgCtrlID(bad), 0);
+    EXPECT_EQ(GetNextDlgTabItem(bad, nullptr, FALSE), nullptr);
+    EXPECT_EQ(SetCapture(bad), nullptr);
+    EXPECT_EQ(GetCapture(), nullptr);
+    EXPECT_EQ(GetWindowLongPtrA(bad, GWLP_USERDATA), 0);
+    PAINTSTRUCT paint;
+    EXPECT_EQ(BeginPaint(bad, &paint), nullptr);
+    EXPECT_FALSE(EndPaint(bad, &paint));
+    EXPECT_FALSE(ui::RunDialog(bad, nullptr, true));
+    EXPECT_EQ(ui::PictureOf(bad).Width(), 0);
+    EXPECT_EQ(rect.left + point.x, 6);
+    if (bad != nullptr) {
+      EXPECT_EQ(SetTimer(bad, 777, 10, nullptr), 0u);
+      EXPECT_EQ(GetDC(bad), nullptr);
+      EXPECT_EQ(SetFocus(bad), nullptr);
+    }
+  }
+  DeleteObject(brush);
+  // Input for windows that are not there.
+  ui::FeedMouseMove(stale, {1, 1});
+  ui::FeedKey(stale, VK_RETURN, true);
+  ui::FeedResize(stale, {10, 10});
+  ui::FeedClose(stale);
+  EXPECT_TRUE(desk.RunUntilIdle());
+}
+
+struct PlaceCase {
+  const char* name;
+  int x, y, width, height;
+  UINT flags;
+  const char* got;  // messages
+  UINT reported;    // of SWP_NOSIZE and SWP_NOMOVE; ~0: no report
+};
+
+class Places : public Windows, public testing::WithParamInterface<PlaceCase> {};
+
+TEST_P(Places, ReportsWhatReallyChanged) {
+  const PlaceCase& c = GetParam();
+  const HWND top = Top("top", 200, 100);
+  UINT reported = ~0u;
+  probe::Answer() = [&](HWND, UINT message, WPARAM, LPARAM lParam) -> std::optional<LRESULT> {
+    if (message == WM_WINDOWPOSCHANGED) {
+      reported = reinterpret_cast<const WINDOWPOS*>(lParam)->flags & (SWP_NOSIZE | SWP_NOMOVE);
+    }
+    return std::nullopt;
+  };
+  Got();
+  EXPECT_TRUE(SetWindowPos(top, nullptr, c.x, c.y, c.width, c.height, c.flags | SWP_NOACTIVATE));
+  EXPECT_EQ(Got("size move"), c.got);
+  EXPECT_EQ(reported, c.reported);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Places,
+    testing::Values(
+        PlaceCase{"Both", 5, 6, 70, 80, 0, "top:move top:size", 0},
+        PlaceCase{"SizeOnly", 5, 6, 70, 80, SWP_NOMOVE, "top:size", SWP_NOMOVE},
+        PlaceCase{"MoveOnly", 5, 6, 70, 80, SWP_NOSIZE, "top:move", SWP_NOSIZE},
+        PlaceCase{"SameExtentIsNoSize", 5, 0, 200, 100, 0, "top:move", SWP_NOSIZE},
+        PlaceCase{"NothingChanged", 0, 0, 200, 100, 0, "", ~0u},
+        PlaceCase{"FrameAlone", 0, 0, 200, 100, SWP_FRAMECHANGED, "", SWP_NOSIZE | SWP_NOMOVE},
+        PlaceCase{"NegativeExtentBecomesEmpty", 0, 0, -5, 100, 0, "top:size", SWP_NOMOVE}),
+    probe::CaseName());
+
+TEST_F(Windows, PlacesCountFromTheParentAndAreLimited) {
+  const HWND top = Top("top");
+  const HWND child = Child("child", top, {10, 20, 60, 70});
+  SetWindowPos(top, nullptr, 100, 200, 0, 0, SWP_NOSIZE);
+  RECT rect;
+  GetWindowRect(child, &rect);
+  EXPECT_EQ(rect.left, 110);
+  EXPECT_EQ(rect.bottom, 270);
+  POINT point{1, 1};
+  ClientToScreen(child, &point);
+  EXPECT_EQ(point.x + point.y, 111 + 221);
+  SetWindowPos(child, nullptr, INT32_MAX, INT32_MIN, INT32_MAX, INT32_MAX, 0);
+  GetClientRect(child, &rect);
+  EXPECT_EQ(rect.right, 16384);
+  GetWindowRect(child, &rect);
+  EXPECT_EQ(rect.left, 100 + (1 << 20));
+}
+
+TEST_F(Windows, PostedMessagesComeInOrderAndDieWithTheirWindow) {
+  const HWND a = Top("a"), b = Top("b");
+  std::string order;
+  probe::Answer() = [&](HWND window, UINT message, WPARAM wParam,
+                        LPARAM) -> std::optional<LRESULT> {
+    if (message != WM_APP) return std::nullopt;
+    order += std::to_string(wParam);
+    if (wParam == 1) {
+      PostMessageA(window, WM_APP, 4, 0);
+      DestroyWindow(b);
+    }
+    if (wParam == 3) SendMessageA(window, WM_APP, 9, 0);
+    return 0;
+  };
+  PostMessageA(a, WM_APP, 1, 0);
+  PostMessageA(b, WM_APP, 2, 0);
+  PostMessageA(a, WM_APP, 3, 0);
+  EXPECT_TRUE(desk.RunUntilIdle());
+  EXPECT_EQ(order, "1394");
+}
+
+TEST_F(Windows, TheFilterSeesQueuedMessagesOnly) {
+  const HWND top = Top("top");
+  desk.RunUntilIdle();
+  ui::SetMessageFilter([](const MSG& message) { return message.wParam == 5; });
+  Got();
+  PostMessageA(top, WM_APP, 5, 0);
+  PostMessageA(top, WM_APP, 6, 0);
+  SendMessageA(top, WM_APP, 5, 0);
+  desk.RunUntilIdle();
+  EXPECT_EQ(Got(), "top:app top:app");
+  EXPECT_NE(ui::SetMessageFilter(nullptr), nullptr);
+}
+
+TEST_F(Windows, LoopsEndWhenAskedOrWhenNothingMoreCanCome) {
+  const HWND top = Top("top");
+  bool done = false;
+  EXPECT_FALSE(ui::RunUntil([&] { return done; }));
+  desk.Then([&] { done = true; });
+  EXPECT_TRUE(ui::RunUntil([&] { return done; }));
+  SetTimer(top, 1, 10, [](HWND, UINT, UINT_PTR, DWORD) { PostQuitMessage(7); });
+  EXPECT_FALSE(ui::RunUntil([] { return false; }));
+  int code = 0;
+  EXPECT_TRUE(ui::QuitPosted(&code));
+  EXPECT_EQ(code, 7);
+  ui::ResetQuit();
+}
+
+TEST_F(Windows, AWindowMayEndItselfInAnyMessage) {
+  for (const UINT end : {WM_PAINT, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_WINDOWPOSCHANGED, WM_TIMER,
+                         WM_SETFOCUS, WM_ACTIVATE, WM_SHOWWINDOW, WM_SETCURSOR, WM_ERASEBKGND}) {
+    const HWND top = Make("top", WS_POPUP, {0, 0, 50, 50}, nullptr);
+    probe::Answer() = [=](HWND window, UINT message, WPARAM, LPARAM) -> std::optional<LRESULT> {
+      if (message == end) DestroyWindow(window);
+      return std::nullopt;
+    };
+    ShowWindow(top, SW_SHOW);
+    SetTimer(top, 1, 10, nullptr);
+    desk.Click(top, 5, 5);
+    desk.RunFor(100);
+    EXPECT_FALSE(IsWindow(top)) << end;
+    probe::Answer() = nullptr;
+  }
+}
+
+}  // namespace
