@@ -34,18 +34,27 @@ double Run::PeakHeight(int number) const {
   return (apex - BaselineAt(*peak, peak->apex)) * static_cast<double>(channel->unitsPerCount);
 }
 
+double Run::AreaWithin(const Channel& channel, const PeakRecord& peak) const {
+  const auto height = [&](LONG i) {
+    return channel.sampleStore[static_cast<std::size_t>(i)] - BaselineAt(peak, i);
+  };
+  double sum = 0.0;
+  for (LONG i = peak.start; i < peak.end; ++i) {
+    sum += 0.5 * (height(i) + height(i + 1)) * (channel.TimeMs(i + 1) - channel.TimeMs(i));
+  }
+  return sum * 1e-3 * static_cast<double>(channel.unitsPerCount);
+}
+
 double Run::PeakArea(int number) const {
   const Channel* channel = At(shownChannel_);
   const PeakRecord* peak = peaks.At(number - 1);
   if (channel == nullptr || peak == nullptr) return 0.0;
-  const auto height = [&](LONG i) {
-    return channel->sampleStore[static_cast<std::size_t>(i)] - BaselineAt(*peak, i);
-  };
-  double sum = 0.0;
-  for (LONG i = peak->start; i < peak->end; ++i) {
-    sum += 0.5 * (height(i) + height(i + 1)) * (channel->TimeMs(i + 1) - channel->TimeMs(i));
+  double area = AreaWithin(*channel, *peak);
+  // Peaks are in the order of their starts: those within follow at once.
+  for (LONG i = number; i < peaks.count && peaks.At(i)->end <= peak->end; ++i) {
+    if (peaks.At(i)->start > peak->start) area -= AreaWithin(*channel, *peaks.At(i));
   }
-  return sum * 1e-3 * static_cast<double>(channel->unitsPerCount);
+  return area;
 }
 
 // Every component with a window takes the peak nearest to its retention time inside the window;

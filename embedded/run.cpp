@@ -356,6 +356,12 @@ std::string Run::SetPeaks(int channel, std::vector<PeakRecord> table, bool keepB
   return {};
 }
 
+bool Run::DetectPeaks(int channel, const DetectionOptions& options) {
+  const Channel* from = At(channel);
+  return from != nullptr &&
+         SetPeaks(channel, embedded::DetectPeaks(from->sampleStore, options), true).empty();
+}
+
 // A channel without peaks of its own shows the current channel's where the samples correspond.
 const std::vector<PeakRecord>& Run::TableFor(const Channel& channel) const {
   static const std::vector<PeakRecord> kNone;

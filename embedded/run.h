@@ -21,6 +21,7 @@
 
 #include "elugraph/host/records.h"
 #include "embedded/calibration.h"
+#include "embedded/peak_detection.h"
 
 namespace embedded {
 
@@ -111,6 +112,8 @@ class Run final : public chromatogram {
   // the table is then unchanged.
   [[nodiscard]] std::string SetPeaks(int channel, std::vector<PeakRecord> table,
                                      bool keepBaselines);
+  // Detects the peaks of a channel, in place of its table. False where there is no such channel.
+  bool DetectPeaks(int channel, const DetectionOptions& options = {});
   // Index of the sample nearest to an instrument time; 0 for an empty channel.
   LONG IndexAt(int channel, double seconds) const;
   // Instrument time of a sample; past the last sample, of the last one.
@@ -131,7 +134,8 @@ class Run final : public chromatogram {
 
   // Size of a peak of the current channel, `number` from 1, over its straight baseline: the area
   // (trapezoidal rule, negative parts counted as such) in signal units × seconds, the height at
-  // the apex in signal units. 0 where there is no such peak.
+  // the apex in signal units. The area of peaks that stand wholly within its limits, skimmed off
+  // its tail, is not its own. 0 where there is no such peak.
   double PeakArea(int number) const;
   double PeakHeight(int number) const;
   // What `update_quant` takes for the response of a peak: its area, divided by the seconds of the
@@ -158,6 +162,7 @@ class Run final : public chromatogram {
   std::string Append(Channel* to, std::span<const LONG> counts, std::span<const double> timesSec);
   void Publish();
   void ShowPeaks(int channel);
+  double AreaWithin(const Channel& channel, const PeakRecord& peak) const;
   void Identify();
   void Quantify();
   Channel* At(int channel) const;

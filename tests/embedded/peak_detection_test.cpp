@@ -1,0 +1,184 @@
+// Peak detection on traces whose peaks are known.
+#include "embedded/peak_detection.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "elugraph/host/engine.h"
+#include "embedded/run.h"
+#include "embedded/smoothing.h"
+
+namespace embedded {
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+
+struct Gauss {
+  double centre, sigma, height;  // samples, samples, counts
+};
+
+std::vector<LONG> Trace(int count, const std::vector<Gauss>& peaks, double noise = 0.0,
+                        double slope = 0.0, unsigned seed = 1) {
+  std::mt19937 random(seed);
+  std::normal_distribution<double> normal;
+  std::vector<LONG> trace;
+  for (int i = 0; i < count; ++i) {
+    double y = 1000.0 + slope * i + noise * normal(random);
+    for (const Gauss& g : peaks) {
+      const double z = (i - g.centre) / g.sigma;
+      y += g.height * std::exp(-0.5 * z * z);
+    }
+    trace.push_back(static_cast<LONG>(std::lround(y)));
+  }
+  return trace;
+}
+
+RunRef RunOf(const std::vector<LONG>& counts) {
+  RunData data;
+  data.channels.resize(1);
+  data.channels[0].counts = counts;
+  data.channels[0].periodSec = 1.0;
+  std::string fault;
+  RunRef run = MakeRun(data, fault);
+  EXPECT_TRUE(run->DetectPeaks(0));
+  return run;
+}
+
+struct KnownCase {
+  const char* name;
+  std::vector<Gauss> peaks;
+  double noise, slope;
+  double areaTolerance;  // relative
+};
+class KnownPeaks : public testing::TestWithParam<KnownCase> {};
+
+TEST_P(KnownPeaks, FoundWithTheirApexAreaAndHeight) {
+  const KnownCase& c = GetParam();
+  const RunRef run = RunOf(Trace(4000, c.peaks, c.noise, c.slope));
+  ASSERT_EQ(+run->peakCount, c.peaks.size());
+  for (std::size_t k = 0; k < c.peaks.size(); ++k) {
+    const Gauss& g = c.peaks[k];
+    const int number = static_cast<int>(k) + 1;
+    const PeakRecord& peak = *run->peaks.At(number - 1);
+    EXPECT_NEAR(run->rtime(number), g.centre, 0.6 * g.sigma) << number;
+    EXPECT_LE(peak.start, g.centre - 1.5 * g.sigma);
+    EXPECT_GE(peak.end, g.centre + 1.5 * g.sigma);
+    const double area = g.height * g.sigma * std::sqrt(2.0 * kPi);
+    EXPECT_NEAR(run->PeakArea(number), area, c.areaTolerance * area) << number;
+    EXPECT_NEAR(run->PeakHeight(number), g.height, 0.02 * g.height + 4.0 * c.noise) << number;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Traces, KnownPeaks,
+    testing::Values(
+        KnownCase{"Single", {{2000, 20, 50000}}, 0, 0, 0.005},
+        KnownCase{"Narrow", {{2000, 1.5, 50000}}, 0, 0, 0.01},
+        KnownCase{"Wide", {{2000, 250, 50000}}, 0, 0, 0.02},
+        KnownCase{"FallingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, -3, 0.02},
+        KnownCase{"RisingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, 3, 0.02},
+        KnownCase{"Noise", {{800, 20, 50000}, {3000, 25, 2000}}, 50, 0.1, 0.05},
+        KnownCase{"OneToTenThousand", {{1000, 15, 1e8}, {3000, 15, 1e4}}, 3, 0, 0.01},
+        KnownCase{
+            "DifferentWidths", {{500, 5, 8000}, {1500, 20, 8000}, {3000, 80, 8000}}, 10, 0, 0.03},
+        // Fused over one baseline: a drop line at the valley.
+        KnownCase{"Fused", {{1950, 20, 50000}, {2020, 20, 40000}}, 0, 0, 0.02}),
+    [](const auto& tested) { return tested.param.name; });
+
+TEST(PeakDetection, FusedPeaksShareTheirBoundaryAndBaseline) {
+  const RunRef run = RunOf(Trace(4000, {{1950, 20, 50000}, {2020, 20, 40000}}));
+  ASSERT_EQ(+run->peakCount, 2);
+  const PeakRecord& a = *run->peaks.At(0);
+  const PeakRecord& b = *run->peaks.At(1);
+  EXPECT_EQ(+a.end, +b.start);
+  EXPECT_EQ(+a.baselineEnd, +b.baselineStart);
+  EXPECT_NEAR(a.baselineEnd, 1000, 20);
+}
+
+// A drop line would give the small peak the large one's tail.
+TEST(PeakDetection, ASmallPeakOnATailIsSkimmed) {
+  std::vector<LONG> trace = Trace(4000, {{1250, 12, 2500}});
+  for (int i = 1000; i < 4000; ++i) {  // a peak with an exponential tail
+    trace[static_cast<std::size_t>(i)] += static_cast<LONG>(
+        50000 * (1.0 - std::exp(-(i - 1000) / 8.0)) * std::exp(-(i - 1000) / 100.0));
+  }
+  const RunRef run = RunOf(trace);
+  ASSERT_EQ(+run->peakCount, 2);
+  const PeakRecord& parent = *run->peaks.At(0);
+  const PeakRecord& rider = *run->peaks.At(1);
+  EXPECT_GT(+parent.end, +rider.end - 1);
+  EXPECT_LT(+parent.start, +rider.start);
+  EXPECT_GT(+rider.baselineStart, 3000);  // on the tail, not on the run's baseline
+  const double area = 2500 * 12 * std::sqrt(2.0 * kPi);
+  EXPECT_NEAR(run->PeakArea(2), area, 0.3 * area);  // a straight tangent under a curved tail
+}
+
+TEST(PeakDetection, NoiseAndDriftAloneHaveNone) {
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    const int count = 500 << seed % 6;
+    EXPECT_TRUE(DetectPeaks(Trace(count, {}, 40.0, seed % 3, seed)).empty()) << seed;
+  }
+}
+
+TEST(PeakDetection, DegenerateTraces) {
+  for (int count : {0, 1, 4, 5, 6}) {
+    EXPECT_TRUE(DetectPeaks(std::vector<LONG>(static_cast<std::size_t>(count), 7)).empty());
+  }
+  std::vector<LONG> ramp(100);
+  for (LONG i = 0; i < 100; ++i) ramp[static_cast<std::size_t>(i)] = i * 1000;
+  EXPECT_TRUE(DetectPeaks(ramp).empty());
+  std::vector<LONG> spike(100, 0);
+  spike[50] = 1 << 30;
+  EXPECT_TRUE(DetectPeaks(spike).empty());
+}
+
+// The apex of a cut-off peak is the middle of its top.
+TEST(PeakDetection, SaturatedTop) {
+  std::vector<LONG> trace = Trace(2000, {{1000, 30, 100000}});
+  for (LONG& y : trace) y = std::min<LONG>(y, 60000);
+  const std::vector<PeakRecord> peaks = DetectPeaks(trace);
+  ASSERT_EQ(peaks.size(), 1U);
+  EXPECT_NEAR(peaks[0].apex, 1000, 3);
+}
+
+// What the drawing relies on, whatever the data: sorted limits inside the trace.
+TEST(PeakDetection, LimitsAreInOrderOnRandomWalks) {
+  std::mt19937 random(5);
+  for (int round = 0; round < 60; ++round) {
+    std::vector<LONG> trace(20 + random() % 3000);
+    double y = 0.0;
+    for (LONG& sample : trace) {
+      y = 0.97 * y + static_cast<double>(random() % 2001) - 1000.0;
+      sample = static_cast<LONG>(y * (round % 5 == 0 ? 60000.0 : 1.0));
+    }
+    RunData data;
+    data.channels.resize(1);
+    data.channels[0].counts = trace;
+    data.channels[0].periodSec = 1.0;
+    std::string fault;
+    const RunRef run = MakeRun(data, fault);
+    EXPECT_EQ(run->SetPeaks(0, DetectPeaks(trace), true), "") << round;
+  }
+}
+
+TEST(Smoothing, KeepsCubicsAndStatesItsNoise) {
+  std::vector<LONG> cubic;
+  for (LONG i = -100; i < 100; ++i) cubic.push_back(i * i * i - 3 * i * i + 7);
+  for (int halfWindow : {0, 2, 7, 60, 1000}) {
+    const std::vector<double> smooth = Smooth(cubic, halfWindow);
+    for (std::size_t i = 0; i < cubic.size(); ++i) {
+      EXPECT_NEAR(smooth[i], cubic[i], 1e-9 * 1e6) << halfWindow << ":" << i;
+    }
+  }
+  const std::vector<LONG> noise = Trace(20000, {}, 1000.0);
+  for (int halfWindow : {0, 2, 10, 40}) {
+    const std::vector<double> smooth = Smooth(noise, halfWindow);
+    const double expected = 1000.0 * NoiseGain(halfWindow);
+    EXPECT_NEAR(NoiseAt(smooth, 2 * halfWindow + 1), expected, 0.06 * expected) << halfWindow;
+  }
+}
+
+}  // namespace
+}  // namespace embedded
