@@ -1,0 +1,282 @@
+#include "elugraph/heightmap/height_map.h"
+
+#include <gtest/gtest.h>
+
+#include <cfenv>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <stdexcept>
+
+// The host's matrix division, watched: Gauss-Jordan, rows with the largest pivot first.
+namespace {
+int divisions = 0;
+int modeSeen = -1;
+bool divisionFails = false;
+}  // namespace
+
+int TDoubleMatrix::operator/=(TDoubleMatrix& divisor) {
+  ++divisions;
+  modeSeen = std::fegetround();
+  if (divisionFails) throw std::domain_error("singular");
+  for (int c = 0; c < rowCount; ++c) {
+    int pivot = c;
+    for (int r = c; r < rowCount; ++r) {
+      if (std::fabs(divisor[r][c]) > std::fabs(divisor[pivot][c])) pivot = r;
+    }
+    for (int k = 0; k < rowCount; ++k) {
+      std::swap(divisor[c][k], divisor[pivot][k]);
+      std::swap((*this)[c][k], (*this)[pivot][k]);
+    }
+    for (int r = 0; r < rowCount; ++r) {
+      const double factor = r == c ? 1 - 1 / divisor[c][c] : divisor[r][c] / divisor[c][c];
+      for (int k = 0; k < rowCount; ++k) {
+        divisor[r][k] -= factor * divisor[c][k];
+        (*this)[r][k] -= factor * (*this)[c][k];
+      }
+    }
+  }
+  return 1;
+}
+
+namespace {
+
+using Signal = std::function<double(double wavelength, int sample)>;
+
+// A run of spectral channels.
+class Map : public testing::Test {
+ protected:
+  Map() {
+    divisions = 0;
+    divisionFails = false;
+  }
+  void SetUpRun(const std::vector<std::string>& names, int samples, const Signal& signal) {
+    const std::size_t count = names.size();
+    channels_.assign(count, TChannel{});
+    data_.assign(count, {});
+    items_.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+      std::snprintf(channels_[i].name, sizeof channels_[i].name, "%s", names[i].c_str());
+      for (int s = 0; s < samples; ++s) {
+        data_[i].push_back(static_cast<LONG>(std::floor(signal(std::atof(names[i].c_str()), s))));
+      }
+      channels_[i].samples = data_[i].data();
+      channels_[i].sampleCount = samples;
+      items_.push_back(&channels_[i]);
+    }
+    run.sampleCount = samples;
+    run.channelCount = static_cast<WORD>(count);
+    run.channels = {items_.data(), 0, static_cast<LONG>(count)};
+  }
+  TChannel& Channel(int index) { return channels_.at(static_cast<std::size_t>(index)); }
+
+  chromatogram run{};
+
+ private:
+  std::vector<TChannel> channels_;
+  std::vector<std::vector<LONG>> data_;
+  std::vector<TChannel*> items_;
+};
+
+const std::vector<std::string> kUneven{"210",   "214.5", "219", "220",
+                                       "226.2", "238",   "241", "255.5"};
+
+struct PolynomialCase {
+  const char* name;
+  std::vector<double> coefficients;  // counts per (nm − 230)^m
+  int order;
+};
+
+// A fit reproduces polynomials of its own degree between the channels, in windows fitted anew and
+// in those only shifted.
+TEST_F(Map, ReproducesPolynomialsOverWavelength) {
+  const PolynomialCase cases[] = {
+      {"cubic", {1e6, -3e4, 1.5e3, 80}, 2},
+      {"cubic below zero", {-2e6, 1e4, -900, -33}, 2},
+      {"parabola by cubics", {5e5, 0, 777}, 2},
+      {"parabola", {5e5, 100, 777}, 1},
+      {"line", {-1e5, 5e4}, 0},
+      {"level", {123456}, 2},
+  };
+  for (const PolynomialCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    const auto value = [&](double wavelength) {
+      double sum = 0;
+      for (std::size_t m = c.coefficients.size(); m-- > 0;) {
+        sum = sum * (wavelength - 230) + c.coefficients[m];
+      }
+      return sum;
+    };
+    SetUpRun(kUneven, 3, [&](double wavelength, int) { return std::nearbyint(value(wavelength)); });
+    HeightMap map(&run);
+    constexpr int kRows = 200;
+    divisions = 0;
+    ASSERT_TRUE(map.DoMap(3, kRows, c.order));
+    EXPECT_LT(divisions, 16);
+    LONG lowest = 0, highest = 0;
+    ASSERT_TRUE(map.GetValueRange(&lowest, &highest));
+    for (int row = 0; row < kRows; ++row) {
+      const double wanted = value(210 + 45.5 * row / kRows);
+      for (int column = 0; column < 3; ++column) {
+        const LONG height = map.Row(row)[column];
+        // The samples are rounded to counts, which a fit passes on; truncation takes off up to 1.
+        ASSERT_NEAR(height, wanted, 2) << row;
+        ASSERT_TRUE(height >= lowest && height <= highest);
+      }
+    }
+  }
+}
+
+// Exact counts at the channels: within one count.
+TEST_F(Map, ReproducesAnIntegerCubicWithinOneCount) {
+  const auto cubic = [](double wavelength) {
+    const double x = wavelength - 230;
+    return 1000000 - 30000 * x + 1500 * x * x + 80 * x * x * x;
+  };
+  SetUpRun({"210", "212", "215", "220", "226", "238", "241", "250"}, 2,
+           [&](double wavelength, int) { return cubic(wavelength); });
+  HeightMap map(&run);
+  ASSERT_TRUE(map.DoMap(2, 160, 2));
+  for (int row = 0; row < 160; ++row) {
+    ASSERT_NEAR(map.Row(row)[0], cubic(210 + 0.25 * row), 1.0) << row;
+  }
+}
+
+TEST_F(Map, InterpolatesBetweenMeansOfBins) {
+  SetUpRun({"200", "201", "202"}, 1000, [](double, int sample) { return 100.0 * sample; });
+  for (int i = 0; i < 3; ++i) Channel(i).referenceLevel = 50;
+  HeightMap map(&run);
+  ASSERT_TRUE(map.DoMap(300, 4, 2));  // 4 samples a bin, 250 bins
+  for (int column = 0; column < 300; ++column) {
+    const double bin = column * 249.0 / 299;
+    ASSERT_NEAR(map.Row(2)[column], 100 * (4 * bin + 1.5) - 50, 1.01) << column;
+  }
+  ASSERT_TRUE(map.DoMap(5000, 4, 2));  // a sample a bin
+  EXPECT_NEAR(map.Row(0)[4999], 99850, 1.01);
+  EXPECT_NEAR(map.Row(0)[2500], 100 * 999.0 * 2500 / 4999 - 50, 1.01);
+  ASSERT_TRUE(map.DoMap(1, 4, 2));  // one bin: the mean of all
+  EXPECT_NEAR(map.Row(3)[0], 49900, 1.01);
+  ASSERT_TRUE(map.DoMap(3, 4, 2));  // 334 samples a bin, the last 332 are left over
+  EXPECT_NEAR(map.Row(3)[2], 100 * (334 + 166.5) - 50, 1.01);
+}
+
+TEST_F(Map, FitsAndGridsAreKept) {
+  SetUpRun(kUneven, 20, [](double, int sample) { return sample; });
+  HeightMap map(&run);
+  ASSERT_TRUE(map.DoMap(10, 50, 2));
+  const int fits = divisions;
+  const LONG* grid = map.Row(0);
+  EXPECT_TRUE(map.DoMap(10, 50, 2));
+  EXPECT_EQ(map.Row(0), grid);
+  EXPECT_EQ(divisions, fits);
+  EXPECT_TRUE(map.DoMap(10, 51, 2));
+  EXPECT_GT(divisions, fits);
+}
+
+struct ShapeCase {
+  std::vector<std::string> names;
+  int samples;
+  LONG columns;
+  LONG rows;
+  LONG order;
+  int waves;
+  bool mapped;
+};
+
+TEST_F(Map, ListsSpectralChannelsAndRefusesWhatCannotBeFitted) {
+  const std::vector<std::string> four{"254", "280.5nm", "-3", "1e3"};
+  const ShapeCase cases[] = {
+      {{"254", "280", "UV"}, 9, 5, 5, 2, 2, false},
+      {{"254", "0", "280", "0.0", "300"}, 9, 5, 5, 2, 3, true},
+      {four, 9, 5, 5, 2, 4, true},
+      {four, 9, 5, 5, 0, 4, true},
+      {four, 9, 5, 5, -1, 4, false},
+      {four, 9, 5, 5, -2147483647 - 1, 4, false},
+      {four, 9, 5, 5, 3, 4, false},
+      {four, 9, 0, 5, 2, 4, false},
+      {four, 9, 5, -1, 2, 4, false},
+      {four, 0, 5, 5, 2, 4, true},
+      {four, 1, 5, 5, 2, 4, true},
+      {four, 9, 2147483647, 2147483647, 2, 4, false},
+      {{"254"}, 9, 5, 5, 2, 1, false},
+      {{"254", "254.0", "254", "254"}, 9, 5, 5, 2, 4, false},
+      {{"inf", "nan", "1e99", "2"}, 9, 5, 5, 2, 2, false},
+      {{"UV", "FLD"}, 9, 5, 5, 2, 0, false},
+      {{}, 9, 5, 5, 2, 0, false},
+  };
+  for (const ShapeCase& c : cases) {
+    SCOPED_TRACE(testing::Message() << c.names.size() << " channels, " << c.columns << " x "
+                                    << c.rows << ", order " << c.order);
+    SetUpRun(c.names, c.samples, [](double wavelength, int) { return wavelength; });
+    HeightMap map(&run);
+    EXPECT_EQ(map.WaveCount(), c.waves);
+    EXPECT_EQ(map.Wave(static_cast<WORD>(c.waves)), nullptr);
+    for (int i = 1; i < c.waves; ++i) {
+      EXPECT_LE(map.Wave(static_cast<WORD>(i - 1))->wavelength,
+                map.Wave(static_cast<WORD>(i))->wavelength);
+    }
+    EXPECT_EQ(map.GetWaves(nullptr, nullptr), c.waves > 0);
+    EXPECT_EQ(map.DoMap(c.columns, c.rows, c.order), c.mapped);
+    EXPECT_EQ(map.GetValueRange(nullptr, nullptr), c.mapped);
+    EXPECT_EQ(map.Row(0) != nullptr, c.mapped);
+    EXPECT_EQ(map.Row(c.rows), nullptr);
+    if (c.mapped && c.samples == 0) {
+      EXPECT_EQ(map.Row(4)[4], 0);
+    }
+  }
+  HeightMap none(nullptr);
+  EXPECT_FALSE(none.DoMap(5, 5, 2));
+  EXPECT_FALSE(none.GetWaves(nullptr, nullptr));
+}
+
+// Computing truncates; every way out puts the caller's rounding back.
+TEST_F(Map, RoundingIsRestoredAlsoWhenTheHostFails) {
+  SetUpRun(kUneven, 9, [](double wavelength, int) { return wavelength; });
+  for (int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+    std::fesetround(mode);
+    HeightMap map(&run);
+    divisionFails = false;
+    EXPECT_TRUE(map.DoMap(5, 5, 2));
+    EXPECT_EQ(modeSeen, FE_TOWARDZERO);
+    EXPECT_EQ(std::fegetround(), mode);
+    divisionFails = true;
+    EXPECT_FALSE(map.DoMap(6, 5, 2));
+    EXPECT_EQ(std::fegetround(), mode);
+    EXPECT_FALSE(map.GetValueRange(nullptr, nullptr));
+    EXPECT_EQ(map.Row(0), nullptr);
+    EXPECT_EQ(map.WaveCount(), kUneven.size());
+  }
+  std::fesetround(FE_TONEAREST);
+}
+
+struct WindowCase {
+  double centre;
+  double half;  // of the row
+  int terms;
+  WaveWindow window;
+};
+
+TEST(WaveWindows, StartAtTheRowAndWidenToTheNearerSide) {
+  std::vector<WaveEntry> waves;
+  for (double wavelength : {200, 203, 206, 207, 209, 220, 230, 240}) {
+    waves.push_back({wavelength, static_cast<LONG>(waves.size())});
+  }
+  const WindowCase cases[] = {
+      {200, 1, 2, {0, 2}},    // at the lower end
+      {240, 1, 3, {4, 7}},    // at the upper end
+      {206, 0.5, 2, {2, 4}},  // 203 and 209 are as near: upward
+      {207, 0.5, 2, {2, 4}},  // 206 is nearer than 220
+      {206, 0.5, 3, {1, 4}},  // then 203 is nearer than 220
+      {206, 3.5, 2, {1, 5}},  // a row wider than the terms need
+      {211, 1.5, 2, {4, 6}},  // 220 lies beyond the row: the next one ends the window
+      {224, 1, 2, {5, 7}},    // nothing above 240 to widen to
+  };
+  for (const WindowCase& c : cases) {
+    WaveFit fit(waves, c.terms);
+    const WaveWindow got = fit.WindowAt(c.centre - c.half, c.centre, c.centre + c.half);
+    EXPECT_EQ(got.first, c.window.first) << c.centre;
+    EXPECT_EQ(got.last, c.window.last) << c.centre;
+  }
+}
+
+}  // namespace
