@@ -1,0 +1,199 @@
+#include "tests/otherhost/other_host.h"
+
+#include <cmath>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace other_host {
+
+std::vector<std::string>& Calls() {
+  static std::vector<std::string> calls;
+  return calls;
+}
+
+std::map<std::string, std::string>& Settings() {
+  static std::map<std::string, std::string> settings;
+  return settings;
+}
+
+namespace {
+
+void Called(std::string what) { Calls().push_back(std::move(what)); }
+
+char empty[1] = "";
+
+char* Duplicate(const char* text) {
+  if (text == nullptr || *text == '\0') return empty;
+  char* copy = new char[std::strlen(text) + 1];
+  return std::strcpy(copy, text);
+}
+
+void Discard(char* text) {
+  if (text != empty) delete[] text;
+}
+
+LONG Extreme(const LONG* samples, LONG first, LONG last, int sign) {
+  LONG best = first;
+  for (LONG i = first + 1; i <= last; ++i) {
+    if (sign * std::int64_t{samples[i]} > sign * std::int64_t{samples[best]}) best = i;
+  }
+  return best;
+}
+
+}  // namespace
+}  // namespace other_host
+
+using other_host::Called;
+
+// ---- kernel
+// ---------------------------------------------------------------------------------------
+
+char* str::GetStrNull() { return other_host::empty; }
+str::str() : text(other_host::empty) {}
+str::str(const char* characters) : text(other_host::Duplicate(characters)) {}
+str::str(const str& other) : text(other_host::Duplicate(other.text)) {}
+str::~str() { other_host::Discard(text); }
+str& str::operator=(const str& other) {
+  char* copy = other_host::Duplicate(other.text);
+  other_host::Discard(text);
+  text = copy;
+  return *this;
+}
+bool str::Append(const char* characters) {
+  if (characters != nullptr) *this = str((std::string(text) + characters).c_str());
+  return true;
+}
+
+// This host's buffers do not grow: longer text is cut.
+PrintBufferBase::PrintBufferBase(int roomCapacity, const char* format, ...)
+    : text(reinterpret_cast<char*>(this + 1)), capacity(roomCapacity), length(0) {
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(text, static_cast<std::size_t>(capacity), format, arguments);
+  va_end(arguments);
+  length = static_cast<int>(std::strlen(text));
+}
+PrintBufferBase::~PrintBufferBase() = default;
+int sprintf(PrintBufferBase& buffer, const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(buffer.text, static_cast<std::size_t>(buffer.capacity), format, arguments);
+  va_end(arguments);
+  return buffer.length = static_cast<int>(std::strlen(buffer.text));
+}
+
+str& GetIniFileEntry(str& value, const char* section, const char* key, const char* fallback,
+                     const char*) {
+  const auto found = other_host::Settings().find(std::string(section) + "/" + key);
+  return value = found != other_host::Settings().end() ? str(found->second.c_str()) : str(fallback);
+}
+bool vsetinifile(const char* section, const char* key, const char* value, const char*) {
+  other_host::Settings()[std::string(section) + "/" + key] = value;
+  return true;
+}
+const char* muiGetString(unsigned number) {
+  return number == 1050000 ? "%g %s" : number == 1050005 ? "%s" : "text";
+}
+HMODULE muiGetDlgTemplateModule(HMODULE module, const char*) { return module; }
+void exceptout(const char* format, ...) {
+  char line[200];
+  va_list arguments;
+  va_start(arguments, format);
+  std::vsnprintf(line, sizeof line, format, arguments);
+  va_end(arguments);
+  Called(std::string("exceptout ") + line);
+}
+void int3call() { Called("int3call"); }
+
+// ---- engine
+// ---------------------------------------------------------------------------------------
+
+const char* CompTypeTxt(int) { return "quantity"; }
+bool developer_access() { return false; }
+LONG minimum(const LONG* samples, LONG first, LONG last) {
+  return other_host::Extreme(samples, first, last, -1);
+}
+LONG maximum(const LONG* samples, LONG first, LONG last) {
+  return other_host::Extreme(samples, first, last, 1);
+}
+
+TMatrix::TMatrix(int rows, int columns, TVectorT::VTYPE type)
+    : rowPointers(new void*[static_cast<std::size_t>(rows)]),
+      rowCount(rows),
+      columnCount(columns),
+      elementType(type) {
+  for (LONG r = 0; r < rows; ++r) {
+    rowPointers[r] = new double[static_cast<std::size_t>(columns)]();
+  }
+}
+TMatrix::~TMatrix() {
+  for (LONG r = 0; r < rowCount; ++r) delete[] static_cast<double*>(rowPointers[r]);
+  delete[] rowPointers;
+}
+void TMatrix::Zer() {
+  for (LONG r = 0; r < rowCount; ++r) {
+    std::memset(rowPointers[r], 0, static_cast<std::size_t>(columnCount) * sizeof(double));
+  }
+}
+// Gauss-Jordan without pivoting: enough for the positive definite matrices that the library divides
+// by.
+int TDoubleMatrix::operator/=(TDoubleMatrix& divisor) {
+  for (LONG step = 0; step < rowCount; ++step) {
+    const double pivot = divisor[step][step];
+    for (LONG c = 0; c < rowCount; ++c) divisor[step][c] /= pivot;
+    for (LONG c = 0; c < columnCount; ++c) (*this)[step][c] /= pivot;
+    for (LONG r = 0; r < rowCount; ++r) {
+      const double factor = divisor[r][step];
+      if (r == step || factor == 0.0) continue;
+      for (LONG c = 0; c < rowCount; ++c) divisor[r][c] -= factor * divisor[step][c];
+      for (LONG c = 0; c < columnCount; ++c) (*this)[r][c] -= factor * (*this)[step][c];
+    }
+  }
+  return 1;
+}
+
+// ---- records
+// --------------------------------------------------------------------------------------
+
+float TChannel::GetCyctimeRT() { return samplePeriod; }
+void TChannel::UpdateCyctimeRT() { Called("UpdateCyctimeRT"); }
+
+COLORREF ORVWCOLORS::back() const { return RGB(255, 255, 255); }
+COLORREF ORVWCOLORS::alterground() const { return RGB(240, 240, 240); }
+COLORREF ORVWCOLORS::axis() const { return RGB(0, 0, 0); }
+COLORREF ORVWCOLORS::baseline() const { return RGB(128, 128, 128); }
+COLORREF ORVWCOLORS::chan(int index, ChromColor::_default_color_) const {
+  return RGB(static_cast<BYTE>(index * 30), 0, 200);
+}
+
+bool CalibPool::PointIsExcluded(component*, int) { return false; }
+double CalibPool::PointToX(component*, int point) { return point + 1.0; }
+double CalibPool::PointToY(component*, int point) { return 10.0 * (point + 1.0); }
+double CalibPool::XtoYtab(component*, double x) { return 10.0 * x; }
+double CalibPool::XtoStatWeight(component*, double) { return 1.0; }
+
+void chromatogram::AddRef() const { Called("AddRef"); }
+void chromatogram::Release() const { Called("Release"); }
+chromatogram* chromatogram::pIs(const void* record) {
+  return static_cast<chromatogram*>(const_cast<void*>(record));
+}
+bool chromatogram::bHasRawData() { return sampleCount > 0; }
+double chromatogram::ActualDuration() { return runDurationMs / 1000.0; }
+short& chromatogram::curchan() {
+  static short current = 0;
+  return current;
+}
+double chromatogram::units(double seconds) { return seconds; }
+double chromatogram::rtime(int number) {
+  return peaks.At(number - 1)->apex * static_cast<double>(sampleInterval);
+}
+void chromatogram::zero(LONG) { Called("zero"); }
+void chromatogram::basecalc(int) { Called("basecalc"); }
+void chromatogram::recognize() { Called("recognize"); }
+void chromatogram::update_quant() { Called("update_quant"); }
+void chromatogram::recalctime() { Called("recalctime"); }
+int chromatogram::splitIndex() { return channelCount; }
+
+const char* THoldWindow::xunitsTxt() const { return "s"; }
