@@ -130,7 +130,7 @@ BOOL BitBlt(HDC hdc, int x, int y, int width, int height, HDC source, int source
   context->Target().Blit(to, from->Target().Pixels(),
                          from->state.mapping.ToDevice(POINT{sourceX, sourceY}),
                          context->CurrentClip());
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }
 
 int GetDIBits(HDC hdc, HBITMAP bitmap, UINT first, UINT count, void* bits, BITMAPINFO* info,

@@ -41,7 +41,7 @@ int SaveDC(HDC hdc) {
 BOOL RestoreDC(HDC hdc, int level) {
   gfx::DeviceContext* context = ContextOf(hdc);
   if (context == nullptr) return FALSE;
-  return gfx::Guarded(false, [=] { return context->Restore(level); });
+  return gfx::Guarded(FALSE, [=] { return context->Restore(level) ? TRUE : FALSE; });
 }
 
 int SetMapMode(HDC hdc, int mode) {

@@ -3,9 +3,10 @@
 // Coordinates are logical units of the context's map mode; with MM_TEXT (the default) they are
 // device pixels, y growing downward. The right and bottom edges of rectangles are excluded, and the
 // last point of a line is not drawn. A handle that is null, deleted, or of the wrong kind is
-// refused: the call answers null, 0 or FALSE (or what its comment says) and changes nothing. Only
-// rectangular regions exist. 8-bit texts are UTF-8; a byte that does not belong to a well-formed
-// sequence is taken as Latin-1. The layer is used by one thread at a time.
+// refused: the call answers null, 0 or FALSE (or what its comment says) and changes nothing. So is
+// a null pointer to something that the call needs. Only rectangular regions exist. 8-bit texts are
+// UTF-8; a byte that does not belong to a well-formed sequence is taken as Latin-1. The layer is
+// used by one thread at a time.
 #pragma once
 
 #include "platform/gfx/types.h"
@@ -26,8 +27,8 @@ inline constexpr UINT TA_CENTER = 6;
 inline constexpr UINT TA_TOP = 0;
 inline constexpr UINT TA_BOTTOM = 8;
 inline constexpr UINT TA_BASELINE = 24;
-inline constexpr UINT GDI_ERROR = 0xFFFFFFFFu;
-inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFFu;
+inline constexpr UINT GDI_ERROR = 0xFFFFFFFFU;
+inline constexpr COLORREF CLR_INVALID = 0xFFFFFFFFU;
 
 inline constexpr int PS_SOLID = 0;
 inline constexpr int PS_DASH = 1;
@@ -254,6 +255,7 @@ HPEN CreatePenIndirect(const LOGPEN* pen);
 HBRUSH CreateSolidBrush(COLORREF color);
 // BS_SOLID and BS_NULL; other styles give null.
 HBRUSH CreateBrushIndirect(const LOGBRUSH* brush);
+// Sizes are logical units. A face name without a terminator is cut to 31 characters.
 HFONT CreateFontIndirectA(const LOGFONTA* font);
 // 32-bit pixels, all black. Null for extents below 1, more than 2^30 pixels, or too little memory.
 HBITMAP CreateCompatibleBitmap(HDC hdc, int width, int height);
@@ -287,6 +289,7 @@ BOOL TextOutA(HDC hdc, int x, int y, const char* text, int length);
 // Extent along and across the text line, whatever its escapement. Logical units, ends limited to 32
 // bits.
 BOOL GetTextExtentPoint32A(HDC hdc, const char* text, int length, SIZE* size);
+// Logical units; ascent and descent make up the height exactly.
 BOOL GetTextMetricsA(HDC hdc, TEXTMETRICA* metrics);
 
 // ---- lines and shapes ---------------------------------------------------------------------------

@@ -11,9 +11,9 @@ template <class Draw>
 BOOL DrawPoints(HDC hdc, const POINT* points, int count, Draw draw) {
   DeviceContext* context = ContextOf(hdc);
   if (context == nullptr || points == nullptr || count < 2) return FALSE;
-  return gfx::Guarded(false, [&] {
+  return gfx::Guarded(FALSE, [&] {
     draw(*context, context->MapPoints(points, count));
-    return context->Target().Ok();
+    return context->Target().Ok() ? TRUE : FALSE;
   });
 }
 
@@ -34,7 +34,7 @@ BOOL LineTo(HDC hdc, int x, int y) {
   const gfx::Mapping& mapping = context->state.mapping;
   context->Target().Line(mapping.ToDevice(from), mapping.ToDevice(POINT{x, y}),
                          context->CurrentPen(), context->CurrentClip());
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }
 
 BOOL Polyline(HDC hdc, const POINT* points, int count) {
@@ -56,7 +56,7 @@ BOOL Rectangle(HDC hdc, int left, int top, int right, int bottom) {
   context->Target().Rectangle(context->state.mapping.ToDevice(RECT{left, top, right, bottom}),
                               context->CurrentPen(), context->CurrentBrush(),
                               context->CurrentClip());
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }
 
 BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom) {
@@ -64,7 +64,7 @@ BOOL Ellipse(HDC hdc, int left, int top, int right, int bottom) {
   if (context == nullptr) return FALSE;
   context->Target().Ellipse(context->state.mapping.ToDevice(RECT{left, top, right, bottom}),
                             context->CurrentPen(), context->CurrentBrush(), context->CurrentClip());
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }
 
 int FillRect(HDC hdc, const RECT* rect, HBRUSH brush) {
@@ -73,5 +73,5 @@ int FillRect(HDC hdc, const RECT* rect, HBRUSH brush) {
   if (context == nullptr || rect == nullptr || !found) return FALSE;
   context->Target().Fill(context->state.mapping.ToDevice(*rect), gfx::Resolve(*found),
                          context->CurrentClip());
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }

@@ -95,7 +95,7 @@ BOOL TextOutA(HDC hdc, int x, int y, const char* text, int length) {
       state.bkMode, gfx::Plain(state.bkColor)};
   context->Target().TextOut(run, context->CurrentClip());
   if (updates) UpdatePosition(*context, run.text, align);
-  return context->Target().Ok();
+  return context->Target().Ok() ? TRUE : FALSE;
 }
 
 BOOL GetTextExtentPoint32A(HDC hdc, const char* text, int length, SIZE* size) {

@@ -81,4 +81,4 @@ BOOL IsBadStringPtrA(const char* text, UINT_PTR max) {
   return FALSE;
 }
 
-BOOL DisableThreadLibraryCalls(HMODULE module) { return module != nullptr; }
+BOOL DisableThreadLibraryCalls(HMODULE module) { return module != nullptr ? TRUE : FALSE; }

@@ -107,11 +107,11 @@ class Writer {
 };
 
 std::uint64_t HashOf(const ImageView& image) {
-  std::uint64_t hash = 0xCBF29CE484222325u;
+  std::uint64_t hash = 0xCBF29CE484222325U;
   for (int y = 0; y < image.height; ++y) {
     const BYTE* pixel = image.top + y * image.stride;
     for (int x = 0; x < image.width; ++x, pixel += image.bytesPerPixel) {
-      for (int part = 0; part < 3; ++part) hash = (hash ^ pixel[part]) * 0x100000001B3u;
+      for (int part = 0; part < 3; ++part) hash = (hash ^ pixel[part]) * 0x100000001B3U;
     }
   }
   return hash;
