@@ -42,6 +42,7 @@ LONG SamplesIn(const TChannel& channel, LONG samples) {
 }  // namespace
 
 HeightMap::HeightMap(chromatogram* run) { Set(run); }
+HeightMap::~HeightMap() = default;
 
 bool HeightMap::Set(chromatogram* run) {
   Reset();
@@ -213,6 +214,8 @@ bool HeightMap::GetWaves(double* low, double* high) {
   if (high != nullptr) *high = highest_;
   return true;
 }
+
+WORD HeightMap::WaveCount() const { return static_cast<WORD>(waves_.size()); }
 
 const WaveEntry* HeightMap::Wave(WORD index) const {
   return index < waves_.size() ? &waves_[index] : nullptr;

@@ -21,6 +21,7 @@
 class ELUGRAPH_API HeightMap {
  public:
   explicit HeightMap(chromatogram* run);
+  ~HeightMap();
 
   // Drops grid and bins and lists the spectral channels of `run`. False, with an empty list, where
   // it is null, has none, or memory runs out.
@@ -36,7 +37,7 @@ class ELUGRAPH_API HeightMap {
 
   // Lowest and highest wavelength; either pointer may be null. False without spectral channels.
   bool GetWaves(double* low, double* high);
-  WORD WaveCount() const { return static_cast<WORD>(waves_.size()); }
+  WORD WaveCount() const;
   // Entries ascend by wavelength; null at and beyond WaveCount.
   const WaveEntry* Wave(WORD index) const;
   // The first of the row's cells; null outside the grid.
@@ -53,11 +54,12 @@ class ELUGRAPH_API HeightMap {
     double fraction;
   };
 
-  void Downsample();
-  void DownsampleChannel(std::size_t wave, LONG first, LONG end, LONG perBin);
-  void FillGrid();
-  std::vector<ColumnPlace> PlaceColumns() const;
-  void FitBins(WaveWindow window, const double* weights, std::vector<double>& heights) const;
+  ELUGRAPH_INTERNAL void Downsample();
+  ELUGRAPH_INTERNAL void DownsampleChannel(std::size_t wave, LONG first, LONG end, LONG perBin);
+  ELUGRAPH_INTERNAL void FillGrid();
+  ELUGRAPH_INTERNAL std::vector<ColumnPlace> PlaceColumns() const;
+  ELUGRAPH_INTERNAL void FitBins(WaveWindow window, const double* weights,
+                                 std::vector<double>& heights) const;
 
   chromatogram* run_ = nullptr;
   int rows_ = 0;

@@ -37,14 +37,15 @@ class ELUGRAPH_API TCalibRender {
   static constexpr int kMostColumns = 1 << 20;
 
  private:
-  void Layout(HDC hdc, const RECT& rect);
-  void Draw(HDC hdc);
-  bool ChooseScales(const plots::CalibSource& source, const plots::CalibSettings& settings);
-  void DrawCross(HDC hdc);
-  void DrawAxes(HDC hdc);
-  void DrawFactor(HDC hdc, LONG x, LONG y, int exponent);
-  void DrawPoints(HDC hdc, const plots::CalibSource& source);
-  void DrawCurve(HDC hdc, const plots::CalibSource& source);
+  ELUGRAPH_INTERNAL void Layout(HDC hdc, const RECT& rect);
+  ELUGRAPH_INTERNAL void Draw(HDC hdc);
+  ELUGRAPH_INTERNAL bool ChooseScales(const plots::CalibSource& source,
+                                      const plots::CalibSettings& settings);
+  ELUGRAPH_INTERNAL void DrawCross(HDC hdc);
+  ELUGRAPH_INTERNAL void DrawAxes(HDC hdc);
+  ELUGRAPH_INTERNAL void DrawFactor(HDC hdc, LONG x, LONG y, int exponent);
+  ELUGRAPH_INTERNAL void DrawPoints(HDC hdc, const plots::CalibSource& source);
+  ELUGRAPH_INTERNAL void DrawCurve(HDC hdc, const plots::CalibSource& source);
   // Pixels from the plot's left edge and from its bottom edge.
   double Rightward(double x) const { return (x - xLow_) / xUnitsPerPixel_; }
   double Upward(double y) const { return (y - yLow_) / yUnitsPerPixel_; }

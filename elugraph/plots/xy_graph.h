@@ -50,10 +50,10 @@ class ELUGRAPH_API TXYGraph {
   const Range& ViewRange() const { return view_; }
 
  private:
-  void RenderSeries(HDC hdc, const RECT& rect, int count);
-  bool Layout(HDC hdc, const RECT& rect, int count);
-  bool DrawAxes(HDC hdc);
-  void DrawSeries(HDC hdc, int series);
+  ELUGRAPH_INTERNAL void RenderSeries(HDC hdc, const RECT& rect, int count);
+  ELUGRAPH_INTERNAL bool Layout(HDC hdc, const RECT& rect, int count);
+  ELUGRAPH_INTERNAL bool DrawAxes(HDC hdc);
+  ELUGRAPH_INTERNAL void DrawSeries(HDC hdc, int series);
 
   IXYGraphData* data_ = nullptr;
   COLORREF background_ = 0xFFFFFF;

@@ -2,11 +2,11 @@
 #include <cmath>
 #include <limits>
 
-#include "counted_allocations.h"
 #include "elugraph/plots/calib_ranges.h"
 #include "elugraph/plots/calib_render.h"
-#include "plot_fixture.h"
-#include "scripted_host.h"
+#include "tests/plots/counted_allocations.h"
+#include "tests/plots/plot_fixture.h"
+#include "tests/plots/scripted_host.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "counted_allocations.h"
+#include "tests/plots/counted_allocations.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,4 +1,4 @@
-#include "scripted_host.h"
+#include "tests/plots/scripted_host.h"
 
 ScriptedHost& TheHost() {
   static ScriptedHost host;

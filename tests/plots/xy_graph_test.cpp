@@ -4,7 +4,7 @@
 #include <limits>
 #include <utility>
 
-#include "plot_fixture.h"
+#include "tests/plots/plot_fixture.h"
 
 namespace {
 
