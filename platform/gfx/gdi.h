@@ -3,8 +3,8 @@
 // Coordinates are logical units of the context's map mode; with MM_TEXT (the default) they are
 // device pixels, y growing downward. The right and bottom edges of rectangles are excluded, and the
 // last point of a line is not drawn. A handle that is null, deleted, or of the wrong kind is
-// refused: the call answers null, 0 or FALSE (or what its comment says) and changes nothing. So is a
-// null pointer to something that the call needs. Only rectangular regions exist. 8-bit texts are
+// refused: the call answers null, 0 or FALSE (or what its comment says) and changes nothing; so is
+// a null pointer to something that the call needs. Only rectangular regions exist. 8-bit texts are
 // UTF-8; a byte that does not belong to a well-formed sequence is taken as Latin-1. The layer is
 // used by one thread at a time.
 #pragma once
