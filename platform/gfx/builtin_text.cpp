@@ -88,12 +88,16 @@ class BuiltinEngine : public TextEngine {
 
   void Render(const Font& font, std::string_view text, POINT origin,
               const GlyphSink& sink) override {
+    RenderVisible(font, text, origin, {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, sink);
+  }
+  void RenderVisible(const Font& font, std::string_view text, POINT origin, const RECT& visible,
+                     const GlyphSink& sink) override {
     const Magnification scale = MagnificationOf(font);
     const Turn turn(font.logical.lfEscapement);
     const bool bold = font.logical.lfWeight >= kBold;
     std::int64_t start = 0;
     for (char32_t code : DecodeText(text)) {
-      RenderCell(Cell(code, scale, bold, start), scale, start, turn, origin, sink);
+      RenderCell(Cell(code, scale, bold, start), scale, start, turn, origin, visible, sink);
       start += kGlyphColumns * scale.columns;
     }
   }
@@ -102,7 +106,7 @@ class BuiltinEngine : public TextEngine {
   static constexpr LONG kBold = 600;
 
   void RenderCell(const Cell& cell, Magnification scale, std::int64_t start, const Turn& turn,
-                  POINT origin, const GlyphSink& sink);
+                  POINT origin, const RECT& visible, const GlyphSink& sink);
 
   std::vector<BYTE> coverage_;
 };
@@ -123,7 +127,8 @@ BYTE Coverage(const Cell& cell, const Turn& turn, int samples, std::int64_t x, s
 }
 
 void BuiltinEngine::RenderCell(const Cell& cell, Magnification scale, std::int64_t start,
-                               const Turn& turn, POINT origin, const GlyphSink& sink) {
+                               const Turn& turn, POINT origin, const RECT& visible,
+                               const GlyphSink& sink) {
   const std::int64_t end = start + kGlyphColumns * scale.columns;
   const std::int64_t top = -kGlyphAscent * scale.rows, bottom = top + kGlyphRows * scale.rows;
   const Offset corners[] = {turn.Apply(start, top), turn.Apply(end, top), turn.Apply(end, bottom),
@@ -134,13 +139,20 @@ void BuiltinEngine::RenderCell(const Cell& cell, Magnification scale, std::int64
   const std::int64_t margin = exact ? 0 : 1;  // corners are rounded
   const auto [left, right] = std::minmax_element(corners, corners + 4, byX);
   const auto [upper, lower] = std::minmax_element(corners, corners + 4, byY);
-  const std::int64_t x0 = left->x - margin, y0 = upper->y - margin;
-  const std::int64_t width = right->x + margin - x0, height = lower->y + margin - y0;
-  // Products above stay below 2^63; nothing so far from its text's origin is on a surface.
+  // Offsets from the origin. Products in Coverage stay below 2^63, and nothing so far from its
+  // text's origin is on a surface.
   constexpr std::int64_t kFar = std::int64_t{1} << 28;
-  if (x0 < -kFar || x0 > kFar || y0 < -kFar || y0 > kFar) return;
-  const std::int64_t deviceX = origin.x + x0, deviceY = origin.y + y0;
-  if (std::min(deviceX, deviceY) < INT32_MIN || std::max(deviceX, deviceY) > INT32_MAX) return;
+  const auto low = [&](std::int64_t edge, std::int64_t from, LONG shown) {
+    return std::max({edge - margin, shown - from, -kFar});
+  };
+  const auto high = [&](std::int64_t edge, std::int64_t from, LONG shown) {
+    return std::min({edge + margin, shown - from, kFar});
+  };
+  const std::int64_t x0 = low(left->x, origin.x, visible.left);
+  const std::int64_t y0 = low(upper->y, origin.y, visible.top);
+  const std::int64_t width = high(right->x, origin.x, visible.right) - x0;
+  const std::int64_t height = high(lower->y, origin.y, visible.bottom) - y0;
+  if (width <= 0 || height <= 0) return;
 
   coverage_.assign(static_cast<std::size_t>(width * height), 0);
   for (std::int64_t y = 0; y < height; ++y) {
@@ -149,7 +161,7 @@ void BuiltinEngine::RenderCell(const Cell& cell, Magnification scale, std::int64
           Coverage(cell, turn, exact ? 1 : kSamples, x0 + x, y0 + y);
     }
   }
-  sink({static_cast<int>(deviceX), static_cast<int>(deviceY), static_cast<int>(width),
+  sink({static_cast<int>(origin.x + x0), static_cast<int>(origin.y + y0), static_cast<int>(width),
         static_cast<int>(height), coverage_.data(), static_cast<int>(width)});
 }
 

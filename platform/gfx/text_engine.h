@@ -26,9 +26,17 @@ class TextEngine {
   // Device pixels along and across the line, whatever the escapement. Empty text: width 0.
   virtual SIZE Extent(const Font& font, std::string_view text) = 0;
   virtual TEXTMETRICA Metrics(const Font& font) = 0;
-  // Glyph images of the run whose first glyph's origin lies on `origin` (on the baseline).
+  // Glyph images of the run whose first glyph's origin lies on `origin` (on the baseline): on the
+  // upper left corner of that pixel, so that upright glyphs stand on the row above it.
   virtual void Render(const Font& font, std::string_view text, POINT origin,
                       const GlyphSink& sink) = 0;
+  // The same for a device that shows only `visible` (device pixels, right and bottom excluded):
+  // what lies outside of it may be left out.
+  virtual void RenderVisible(const Font& font, std::string_view text, POINT origin,
+                             const RECT& visible, const GlyphSink& sink) {
+    (void)visible;
+    Render(font, text, origin, sink);
+  }
   // True where extents and metrics are in logical units, whatever the map mode; contexts then do
   // not scale them.
   virtual bool MeasuresLogicalUnits() const { return false; }

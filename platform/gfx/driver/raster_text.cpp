@@ -83,8 +83,11 @@ void DrawTextRun(const Canvas& canvas, TextEngine& text, const TextRun& run, Pol
       origin, turn, {cell.first - reach, cell.top - reach, cell.end + reach, cell.bottom + reach});
   if (!Touches(canvas, around)) return;
   if (run.bkMode == OPAQUE) fill(cell, run.bkColor);
-  text.Render(run.font, run.text, origin,
-              [&](const GlyphImage& glyph) { BlendGlyph(canvas, glyph, PixelOf(run.color)); });
+  const RECT visible{static_cast<LONG>(canvas.Left()), static_cast<LONG>(canvas.Top()),
+                     static_cast<LONG>(canvas.Right()), static_cast<LONG>(canvas.Bottom())};
+  text.RenderVisible(run.font, run.text, origin, visible, [&](const GlyphImage& glyph) {
+    BlendGlyph(canvas, glyph, PixelOf(run.color));
+  });
 
   const std::int64_t thickness = std::max<LONG>(1, metrics.tmHeight / 16);
   const std::int64_t strike = -std::int64_t{metrics.tmAscent} * 3 / 10;

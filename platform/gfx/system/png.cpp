@@ -20,10 +20,11 @@ namespace {
 
 std::string Cause(int code) { return std::generic_category().message(code); }
 
-// A new file beside its later place; removed again unless it gets there.
+// A new file in the folder of its later place; removed again unless it gets there.
 class PendingFile {
  public:
-  explicit PendingFile(const std::string& path) : path_(path), name_(path + ".XXXXXX") {
+  explicit PendingFile(const std::string& path)
+      : path_(path), name_(path.substr(0, path.find_last_of('/') + 1) + ".picture-XXXXXX") {
     const int descriptor = mkstemp(name_.data());
     if (descriptor < 0) return;
     made_ = true;
@@ -122,6 +123,10 @@ bool SavePng(const Surface& surface, const std::string& path, std::string& error
     return false;
   };
   if (surface.Width() == 0 || surface.Height() == 0) return failed("the picture has no pixels");
+  struct stat there;
+  if (stat(path.c_str(), &there) == 0 && !S_ISREG(there.st_mode)) {
+    return failed(S_ISDIR(there.st_mode) ? Cause(EISDIR) : "not a regular file");
+  }
   PendingFile file(path);
   if (!file.File()) return failed(Cause(errno));
   std::vector<BYTE> row(static_cast<std::size_t>(surface.Width()) * 3);

@@ -89,7 +89,11 @@ class SystemEngine : public TextEngine {
   }
   TEXTMETRICA Metrics(const Font& font) override;
   void Render(const Font& font, std::string_view text, POINT origin,
-              const GlyphSink& sink) override;
+              const GlyphSink& sink) override {
+    RenderVisible(font, text, origin, {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, sink);
+  }
+  void RenderVisible(const Font& font, std::string_view text, POINT origin, const RECT& visible,
+                     const GlyphSink& sink) override;
 
  private:
   static constexpr std::size_t kCacheBytes = std::size_t{32} << 20;
@@ -213,37 +217,60 @@ const CachedGlyph& SystemEngine::Glyph(const GlyphKey& key, const Turn& turn) {
   return glyph;
 }
 
-void SystemEngine::Render(const Font& font, std::string_view text, POINT origin,
-                          const GlyphSink& sink) {
+// Where a glyph's origin lies: a pixel and quarters of one.
+struct PenPlace {
+  std::int64_t x, y;
+  int phaseX, phaseY;
+};
+
+PenPlace PlaceOf(const Turn& turn, std::int64_t along) {
+  constexpr std::int64_t kPhase = kSubpixel / 4;
+  const auto quarters = [](std::int64_t at) { return FloorDiv(at + kPhase / 2, kPhase); };
+  const auto phase = [](std::int64_t at) { return static_cast<int>(at - 4 * FloorDiv(at, 4)); };
+  if (turn.Quarters() >= 0) {
+    // The phase is taken along the line, before the turn.
+    const Offset at = turn.Apply(FloorDiv(quarters(along), 4), 0);
+    return {at.x, at.y, phase(quarters(along)), 0};
+  }
+  const Offset at = turn.Apply(along, 0);
+  const std::int64_t x = quarters(at.x), y = quarters(at.y);
+  return {FloorDiv(x, 4), FloorDiv(y, 4), phase(x), phase(y)};
+}
+
+// How far glyphs of a face reach from their origin, in pixels.
+std::int64_t Reach(const StyledFace& styled, const SizedFont& sized) {
+  const FT_BBox& box = styled.face->ft->bbox;
+  const std::int64_t units = std::max({std::int64_t{-box.xMin}, std::int64_t{box.xMax},
+                                       std::int64_t{-box.yMin}, std::int64_t{box.yMax}});
+  const std::int64_t em = std::max(sized.emWidth, sized.emHeight);
+  // Doubled for slanting and turning.
+  return 2 * (units * em / (styled.face->unitsPerEm * kSubpixel) + 2);
+}
+
+void SystemEngine::RenderVisible(const Font& font, std::string_view text, POINT origin,
+                                 const RECT& visible, const GlyphSink& sink) {
   const SizedFont sized = Sized(font);
   const LONG tenths = (font.logical.lfEscapement % 3600 + 3600) % 3600;
   const Turn turn(tenths);
-  const bool upright = turn.Quarters() >= 0;
-  constexpr std::int64_t kPhase = kSubpixel / 4;
   std::int64_t along = 0;  // 1/64 pixel
   for (char32_t code : DecodeText(text)) {
-    const GlyphPlace place = sized.style->Find(code);
-    // Upright lines have their phase along the line, before the turn.
-    const std::int64_t quarters = FloorDiv(along + kPhase / 2, kPhase);
-    const Offset at = upright ? turn.Apply(FloorDiv(quarters, 4), 0) : turn.Apply(along, 0);
-    std::int64_t x = at.x, y = at.y;
-    int phaseX = static_cast<int>(quarters - 4 * FloorDiv(quarters, 4)), phaseY = 0;
-    if (!upright) {
-      const std::int64_t quartersX = FloorDiv(at.x + kPhase / 2, kPhase);
-      const std::int64_t quartersY = FloorDiv(at.y + kPhase / 2, kPhase);
-      x = FloorDiv(quartersX, 4);
-      y = FloorDiv(quartersY, 4);
-      phaseX = static_cast<int>(quartersX - 4 * x);
-      phaseY = static_cast<int>(quartersY - 4 * y);
+    const GlyphPlace glyph = sized.style->Find(code);
+    const PenPlace pen = PlaceOf(turn, along);
+    along += Advance(sized, glyph);
+    const std::int64_t x = origin.x + pen.x, y = origin.y + pen.y;
+    const std::int64_t reach = Reach(*glyph.styled, sized);
+    if (x + reach < visible.left || x - reach >= visible.right || y + reach < visible.top ||
+        y - reach >= visible.bottom) {
+      continue;
     }
-    const CachedGlyph& glyph = Glyph(
-        {place.styled, place.index, sized.emWidth, sized.emHeight, tenths, phaseX, phaseY}, turn);
-    const std::int64_t left = origin.x + x + glyph.left, top = origin.y + y + glyph.top;
-    if (glyph.width > 0 && std::min(left, top) >= INT32_MIN && std::max(left, top) <= INT32_MAX) {
-      sink({static_cast<int>(left), static_cast<int>(top), glyph.width, glyph.height,
-            glyph.coverage.data(), glyph.width});
+    const CachedGlyph& image = Glyph(
+        {glyph.styled, glyph.index, sized.emWidth, sized.emHeight, tenths, pen.phaseX, pen.phaseY},
+        turn);
+    const std::int64_t left = x + image.left, top = y + image.top;
+    if (image.width > 0 && std::min(left, top) >= INT32_MIN && std::max(left, top) <= INT32_MAX) {
+      sink({static_cast<int>(left), static_cast<int>(top), image.width, image.height,
+            image.coverage.data(), image.width});
     }
-    along += Advance(sized, place);
   }
 }
 

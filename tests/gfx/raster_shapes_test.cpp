@@ -1,0 +1,269 @@
+#include <algorithm>
+#include <vector>
+
+#include "platform/gfx/driver/integer_math.h"
+#include "tests/gfx/raster_fixture.h"
+
+namespace {
+
+// Crossings left of or at the pixel's centre of edges that pass its row, lower ends excluded.
+bool EvenOdd(const std::vector<POINT>& corners, std::int64_t x, std::int64_t y) {
+  bool inside = false;
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    POINT a = corners[i], b = corners[(i + 1) % corners.size()];
+    if (a.y > b.y) std::swap(a, b);
+    if (y < a.y || y >= b.y) continue;
+    inside ^= (x - a.x) * (b.y - a.y) >= std::int64_t{b.x - a.x} * (y - a.y);
+  }
+  return inside;
+}
+
+std::vector<POINT> Corners(Seeded& random, int count) {
+  std::vector<POINT> corners;
+  for (int i = 0; i < count; ++i) corners.push_back(random.Point(-30, 90));
+  return corners;
+}
+
+TEST(PolygonFill, IsEvenOddAtPixelCentres) {
+  Seeded random(21);
+  for (int i = 0; i < 1500; ++i) {
+    const auto corners = Corners(random, random(3, 40));
+    Picture got;
+    got.driver->Polygon(corners.data(), static_cast<int>(corners.size()), kNoPen, kSolid, nullptr);
+    const auto wanted = Expected(
+        got, [&](int x, int y) { return EvenOdd(corners, x, y); }, kPaint);
+    ASSERT_TRUE(SamePixels(got.surface, wanted)) << "polygon " << i;
+  }
+}
+
+TEST(PolygonFill, WithFarCornersEqualsNearerOnes) {
+  Seeded random(22);
+  for (int i = 0; i < 500; ++i) {
+    // A fan from a point in the picture, whose far edge is outside either way.
+    const POINT tip = random.Point(0, 47), a = random.Point(3, 9), b = random.Point(-9, -3);
+    const auto fan = [&](LONG times) {
+      return std::vector<POINT>{tip,
+                                {tip.x + a.x * times, tip.y + a.y * times},
+                                {tip.x + a.x * times, tip.y + b.y * times}};
+    };
+    Picture got;
+    got.driver->Polygon(fan(238609200).data(), 3, kNoPen, kSolid, nullptr);
+    const auto wanted = Expected(
+        got, [&](int x, int y) { return EvenOdd(fan(100), x, y); }, kPaint);
+    ASSERT_TRUE(SamePixels(got.surface, wanted));
+  }
+  const POINT all[] = {{INT32_MIN, INT32_MIN}, {INT32_MAX, INT32_MIN}, {INT32_MAX, INT32_MAX},
+                       {INT32_MIN, INT32_MAX}, {INT32_MIN, 20},        {INT32_MAX, 20}};
+  Picture halves;  // the last edges fold the lower half over
+  halves.driver->Polygon(all, 6, kNoPen, kSolid, nullptr);
+  EXPECT_EQ(BoxOf(halves.surface, kPaint).left, 0);
+}
+
+TEST(PolygonFill, MirroredCornersMirrorThePicture) {
+  Seeded random(23);
+  for (int i = 0; i < 300; ++i) {
+    // Slopes with odd denominators larger than the picture: no pixel centre lies on an edge.
+    std::vector<POINT> corners, mirrored;
+    for (int k = 0; k < 5; ++k) {
+      corners.push_back({random(-2000, 2000) * 2, random(-1000, 1000) * 2 + (k % 2)});
+      mirrored.push_back({63 - corners[k].x, corners[k].y});
+    }
+    Picture got, other;
+    got.driver->Polygon(corners.data(), 5, kNoPen, kSolid, nullptr);
+    other.driver->Polygon(mirrored.data(), 5, kNoPen, kSolid, nullptr);
+    int different = 0, onEdge = 0;
+    for (int y = 0; y < 48; ++y) {
+      for (int x = 0; x < 64; ++x) {
+        different += got.surface.Pixel(x, y) != other.surface.Pixel(63 - x, y);
+        for (int k = 0; k < 5; ++k) {
+          const POINT a = corners[k], b = corners[(k + 1) % 5];
+          onEdge += (x - a.x) * std::int64_t{b.y - a.y} == std::int64_t{b.x - a.x} * (y - a.y);
+        }
+      }
+    }
+    ASSERT_LE(different, onEdge);
+  }
+}
+
+TEST(Polygons, AreOutlinedAllAround) {
+  const POINT corners[] = {{10, 10}, {50, 14}, {30, 40}};
+  for (const int width : {1, 4}) {
+    Picture got, edges;
+    got.driver->Polygon(corners, 3, InkPen(width), kHollow, nullptr);
+    for (int i = 0; i < 3; ++i) {
+      edges.driver->Line(corners[i], corners[(i + 1) % 3], InkPen(width), nullptr);
+    }
+    EXPECT_TRUE(SamePixels(got.surface, edges.surface));
+  }
+}
+
+bool InEllipse(const RECT& box, std::int64_t x, std::int64_t y) {
+  if (x < box.left || x >= box.right || y < box.top || y >= box.bottom) return false;
+  const std::int64_t w = box.right - box.left, h = box.bottom - box.top;
+  const std::int64_t dx = 2 * x + 1 - (box.left + box.right);
+  const std::int64_t dy = 2 * y + 1 - (box.top + box.bottom);
+  return dx * dx * h * h + dy * dy * w * w <= w * w * h * h || (dx >= -1 && dx <= 1) ||
+         (dy >= -1 && dy <= 1);
+}
+
+TEST(Ellipses, FillAndOutlineByTheRule) {
+  for (int w = 1; w < 40; ++w) {
+    for (int h = 1; h < 30; ++h) {
+      const RECT box{7, 5, 7 + w, 5 + h};
+      Picture filled, outlined;
+      filled.driver->Ellipse(box, kNoPen, kSolid, nullptr);
+      outlined.driver->Ellipse(box, InkPen(), kHollow, nullptr);
+      const auto inside = [&](int x, int y) { return InEllipse(box, x, y); };
+      ASSERT_TRUE(SamePixels(filled.surface, Expected(filled, inside, kPaint))) << w << 'x' << h;
+      ASSERT_TRUE(
+          SamePixels(outlined.surface, Expected(outlined,
+                                                [&](int x, int y) {
+                                                  return inside(x, y) &&
+                                                         !(inside(x - 1, y) && inside(x + 1, y) &&
+                                                           inside(x, y - 1) && inside(x, y + 1));
+                                                })))
+          << w << 'x' << h;
+      ASSERT_EQ(BoxOf(outlined.surface, kInk), box);
+    }
+  }
+}
+
+TEST(Ellipses, OfHugeExtentsAreExact) {
+  for (const LONG radius : {100000, (1 << 30) - 20}) {
+    const RECT box{20, 24 - radius, 20 + 2 * radius, 24 + radius};
+    Picture got;
+    got.driver->Ellipse(box, kNoPen, kSolid, nullptr);
+    EXPECT_TRUE(SamePixels(
+        got.surface, Expected(
+                         got,
+                         [&](int x, int y) {
+                           const std::int64_t dx = 2 * (std::int64_t{x} - box.left - radius) + 1,
+                                              dy = 2 * (y - 24) + 1;
+                           return x >= 20 && dx * dx + dy * dy <= std::int64_t{4} * radius * radius;
+                         },
+                         kPaint)));
+  }
+  Picture whole;
+  whole.driver->Ellipse({INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}, InkPen(9), kSolid, nullptr);
+  EXPECT_EQ(BoxOf(whole.surface, kPaint), (RECT{0, 0, 64, 48}));
+}
+
+struct OutlineCase {
+  const char* name;
+  int style, width;
+  RECT ink;  // of the box 20,10 50,40
+};
+class BoxOutline : public testing::TestWithParam<OutlineCase> {};
+TEST_P(BoxOutline, KeepsItsBounds) {
+  const OutlineCase& c = GetParam();
+  const RECT box{20, 10, 50, 40};
+  Picture rectangle, ellipse;
+  rectangle.driver->Rectangle(box, InkPen(c.width, c.style), kHollow, nullptr);
+  ellipse.driver->Ellipse(box, InkPen(c.width, c.style), kHollow, nullptr);
+  EXPECT_EQ(BoxOf(rectangle.surface, kInk), c.ink);
+  EXPECT_EQ(BoxOf(ellipse.surface, kInk), c.ink);
+  for (const LONG y : {c.ink.top, c.ink.bottom - 1}) {
+    EXPECT_EQ(rectangle.surface.Pixel(35, y), kInk);
+    EXPECT_EQ(ellipse.surface.Pixel(35, y), kInk);
+  }
+  EXPECT_EQ(rectangle.surface.Pixel(35, c.ink.top + c.width), kWhite);
+  EXPECT_EQ(ellipse.surface.Pixel(35, c.ink.top + c.width), kWhite);
+}
+INSTANTIATE_TEST_SUITE_P(
+    Pens, BoxOutline,
+    testing::Values(OutlineCase{"Hair", PS_SOLID, 1, {20, 10, 50, 40}},
+                    OutlineCase{"Even", PS_SOLID, 4, {18, 8, 51, 41}},
+                    OutlineCase{"Odd", PS_SOLID, 5, {18, 8, 52, 42}},
+                    OutlineCase{"InsideEven", PS_INSIDEFRAME, 4, {20, 10, 50, 40}},
+                    OutlineCase{"InsideOdd", PS_INSIDEFRAME, 5, {20, 10, 50, 40}}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(Rectangles, OfEverySmallSizeAndAtTheLimits) {
+  for (LONG w = 0; w < 4; ++w) {
+    for (LONG h = 0; h < 4; ++h) {
+      Picture got;
+      got.driver->Rectangle({5, 5, 5 + w, 5 + h}, InkPen(), kSolid, nullptr);
+      const RECT nothing{64, 48, 0, 0}, box{5, 5, 5 + w, 5 + h};
+      EXPECT_EQ(BoxOf(got.surface, kInk), w * h == 0 ? nothing : box);
+      EXPECT_EQ(got.surface.Pixel(6, 6), w == 3 && h == 3 ? kPaint
+                                         : w > 1 && h > 1 ? kInk
+                                                          : kWhite);
+    }
+  }
+  Picture huge;
+  huge.driver->Rectangle({INT32_MIN, INT32_MIN, 10, INT32_MAX}, InkPen(), kSolid, nullptr);
+  EXPECT_EQ(BoxOf(huge.surface, kInk), (RECT{9, 0, 10, 48}));
+  EXPECT_EQ(BoxOf(huge.surface, kPaint), (RECT{0, 0, 9, 48}));
+}
+
+// Draws one of everything, by number.
+void DrawKind(gfx::Driver& driver, int kind, Seeded random, gfx::Clip clip) {
+  const int width = random(0, 5), style = random(0, 6);
+  const gfx::Pen pen{style, width, kInk};
+  std::vector<POINT> points = Corners(random, 8);
+  const RECT box{std::min(points[0].x, points[1].x), std::min(points[0].y, points[1].y),
+                 std::max(points[0].x, points[1].x), std::max(points[0].y, points[1].y)};
+  const BYTE bytes[48] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16};
+  gfx::Font font{};
+  font.height = random(8, 30);
+  font.logical.lfEscapement = random(-3600, 3600);
+  font.logical.lfUnderline = font.logical.lfStrikeOut = 1;
+  switch (kind) {
+    case 0:
+      return driver.Polyline(points.data(), 8, pen, clip);
+    case 1:
+      return driver.Polygon(points.data(), 8, pen, kSolid, clip);
+    case 2:
+      return driver.Rectangle(box, pen, kSolid, clip);
+    case 3:
+      return driver.Ellipse(box, pen, kSolid, clip);
+    case 4:
+      return driver.Fill(box, kSolid, clip);
+    case 5:
+      return driver.TextOut({points[2], "Peak 7", font, kInk, TA_CENTER, OPAQUE, kPaint}, clip);
+    case 6:
+      return driver.Stretch(box, {bytes, 12, 4, 4, 3}, {0, 1, 3, 4}, clip);
+    default:
+      return driver.Dib(points[3], {bytes, 16, 4, 3, 4}, clip);
+  }
+}
+
+TEST(Clips, ShowJustTheirPartOfThePicture) {
+  Seeded random(31);
+  for (int i = 0; i < 4000; ++i) {
+    const Seeded drawing(static_cast<unsigned>(i));
+    const RECT clip{random(-10, 70), random(-10, 50), random(-10, 70), random(-10, 50)};
+    Picture whole, part;
+    DrawKind(*whole.driver, i % 8, drawing, nullptr);
+    DrawKind(*part.driver, i % 8, drawing, &clip);
+    for (LONG y = 0; y < 48; ++y) {
+      for (LONG x = 0; x < 64; ++x) {
+        const bool in = x >= clip.left && x < clip.right && y >= clip.top && y < clip.bottom;
+        if (!in) whole.surface.Row(y)[x] = gfx::PixelOf(kWhite);
+      }
+    }
+    ASSERT_TRUE(SamePixels(part.surface, whole.surface)) << "kind " << i % 8 << ", drawing " << i;
+  }
+}
+
+TEST(IntegerMath, AgreesWithShortAndLongWays) {
+  Seeded random(41);
+  for (int i = 0; i < 3000; ++i) {
+    // Factors of all sizes: a × b + rest, divided by b, is a again.
+    const auto any = [&] {
+      const auto high = static_cast<std::uint64_t>(random(0, INT32_MAX));
+      return (high << 32 | static_cast<std::uint64_t>(random(0, UINT32_MAX) & 0xFFFFFFFF)) >>
+             random(0, 62);
+    };
+    const std::uint64_t a = any(), b = any() + 1;
+    EXPECT_EQ(gfx::MultiplyDivide(a, b, b), a);
+    const std::uint64_t root = gfx::IntegerRoot(a);
+    EXPECT_LE(root * root, a);
+    EXPECT_TRUE((root + 1) * (root + 1) > a || root == UINT32_MAX);
+    const std::uint64_t k = (a >> 4) + 1;
+    EXPECT_EQ(gfx::IntegerHypotenuse(3 * k, 4 * k), 5 * k);
+    EXPECT_EQ(gfx::IntegerHypotenuse(3 * k, 4 * k - 1), 5 * k - 1);
+  }
+}
+
+}  // namespace
