@@ -14,17 +14,17 @@ namespace {
 constexpr int kMostDecimals = 12;         // the search ends here; labels show one less
 constexpr double kMinDigitWidth = 1e-27;  // axis units
 constexpr double kMinLabelHeight = 1e-100;
+constexpr double kMostShortOfStart = 1e-3;  // steps; more is the rounding of very large numbers
 
 int LabelLength(double value, int decimals) {
   return std::snprintf(nullptr, 0, "%.*f", decimals, value);
 }
 
-// The first multiple of `step` at or beyond `start`, `step` giving the direction.
+// The first multiple of `step` at or beyond `start`, `step` giving the direction. 0 has no sign.
 std::optional<double> FirstTick(double start, double step) {
-  const auto before = [step](double a, double b) { return step > 0 ? a < b : a > b; };
-  double tick = IntegerPart(start / step) * step + 0.0;
-  if (before(tick, start)) tick += step;
-  if (!std::isfinite(tick) || before(tick, start)) return std::nullopt;
+  const double tick = std::ceil(start / step - kSameTick) * step + 0.0;
+  // Negated, so that it holds for NaN as well.
+  if (!((start - tick) / step <= kMostShortOfStart)) return std::nullopt;
   return tick;
 }
 

@@ -16,9 +16,6 @@ constexpr LONG Offset(LONG base, std::int64_t offset) { return SaturateToInt32(b
 // Pixels from `from` to `to`, exact.
 constexpr double Span(LONG from, LONG to) { return static_cast<double>(to) - from; }
 
-// The integer part of `value`; 0 has no sign.
-inline double IntegerPart(double value) { return std::trunc(value) + 0.0; }
-
 // The upper end of a range that starts and ends at `value`: 1 above, or, where a double of that
 // size cannot tell 1 apart, the next one it can.
 inline double WidenedEnd(double value) {
