@@ -1,6 +1,7 @@
 // What a file of measured data holds, in plain values, before it becomes a host record.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -32,13 +33,13 @@ struct Trace {
 struct Peak {
   std::size_t channel = 0;  // index into the run's channels
   std::string name;         // may be empty
-  double startS = 0;
   double apexS = 0;
-  double endS = 0;
-  // Baseline under the peak's start and end, in the channel's unit; both or none.
+  std::optional<double> startS;  // where the file does not tell it, the trace does
+  std::optional<double> endS;
+  // Baseline under start and end, in the channel's unit; both or none, and only with both limits.
   std::optional<double> baselineStart;
   std::optional<double> baselineEnd;
-  std::optional<double> area;  // channel's unit × seconds
+  std::optional<double> area;  // as the file gives it
   std::optional<double> height;
   std::optional<double> amount;
   std::string amountUnit;
@@ -50,6 +51,11 @@ struct RunData {
   std::vector<Peak> peaks;       // by channel, then by time
   std::vector<std::pair<std::string, std::string>> metadata;  // as the file names them, in order
   std::vector<std::string> notes;  // what the reader assumed or left out, one sentence each
+
+  // Adds a note that is not there yet.
+  void Note(const std::string& note) {
+    if (std::find(notes.begin(), notes.end(), note) == notes.end()) notes.push_back(note);
+  }
 };
 
 enum class TimeUnit { kUnknown, kMillisecond, kSecond, kMinute, kHour };

@@ -322,8 +322,7 @@ void ColumnReader::ReadRows() {
   for (std::size_t line = firstRow_; line < lines_.size(); ++line) {
     if (IsBlankLine(lines_[line])) continue;
     if (EndsTable(line)) {
-      run_.notes.push_back("text after the table, from line " + std::to_string(line + 1) +
-                           ", is not used");
+      run_.Note("text after the table, from line " + std::to_string(line + 1) + ", is not used");
       break;
     }
     ReadRow(line);
@@ -408,19 +407,18 @@ void ColumnReader::UseStepColumn(std::size_t column) {
   for (const TimeUnit unit : {TimeUnit::kSecond, TimeUnit::kMinute, TimeUnit::kHour}) {
     if (std::abs(SecondsIn(unit) - stepUnitS * factor) > 1e-9) continue;
     timeUnit_ = unit;
-    run_.notes.push_back(std::string("times are in ") + TimeUnitText(unit) +
-                         ", as the column of steps shows");
+    run_.Note(std::string("times are in ") + TimeUnitText(unit) + ", as the column of steps shows");
   }
 }
 
 TimeUnit ColumnReader::AssumedUnit() {
   if (counted_) {
-    run_.notes.push_back("samples are numbered, not timed; one second per sample is assumed");
+    run_.Note("samples are numbered, not timed; one second per sample is assumed");
     return TimeUnit::kSecond;
   }
   const TimeUnit unit =
       AssumedTimeUnit(columns_[timeColumn_].front(), columns_[timeColumn_].back());
-  run_.notes.push_back(AssumedUnitNote(unit));
+  run_.Note(AssumedUnitNote(unit));
   return unit;
 }
 

@@ -1,45 +1,50 @@
 #include "app/formats/read_run.h"
 
+#include <algorithm>
 #include <new>
 #include <string_view>
 #include <utility>
 
+#include "app/formats/andi_file.h"
 #include "app/formats/column_file.h"
+#include "app/formats/data_cube.h"
+#include "app/formats/jcamp_file.h"
+#include "app/formats/long_table.h"
+#include "app/formats/matrix_report.h"
+#include "app/formats/mzml_file.h"
+#include "app/formats/sampled_channels.h"
+#include "app/formats/section_report.h"
+#include "app/formats/signal_pairs.h"
 #include "app/formats/text.h"
 
 namespace app {
 namespace {
 
-// Name of a kind that is known and not read; null for all others.
-const char* UnreadKind(std::string_view bytes) {
-  if (bytes.starts_with("CDF\x01") || bytes.starts_with("CDF\x02")) return "a netCDF file";
-  if (bytes.starts_with("\x89HDF")) return "an HDF5 file";
-  return nullptr;
-}
-
-const char* UnreadTextKind(std::string_view text) {
-  while (!text.empty() && (text.front() == '\n' || text.front() == '\r' || text.front() == ' ')) {
-    text.remove_prefix(1);
-  }
-  if (text.starts_with('{') || text.starts_with("[{")) return "a JSON file";
-  if (text.starts_with('<')) return "an XML file";
-  if (text.starts_with("##")) return "a JCAMP-DX file";
-  if (text.starts_with('[')) return "a report of several sections";
-  return nullptr;
-}
-
-RunData Recognise(const std::string& name, std::string_view bytes, const ReadOptions& options) {
-  const auto refuse = [&name](const char* kind) {
-    if (kind != nullptr) throw FileError(name + ": is " + kind + ", which is not read yet");
-  };
-  if (bytes.empty()) throw FileError(name + ": is empty");
-  refuse(UnreadKind(bytes));
+RunData ReadText(const std::string& name, std::string_view bytes, const ReadOptions& options) {
   const std::string text = DecodeText(bytes);
-  refuse(UnreadTextKind(text));
   if (text.find('\0') != std::string::npos) {
     throw FileError(name + ": holds binary data of an unknown kind");
   }
+  if (IsJcamp(text)) return ReadJcamp(name, text, options);
+  // A heading, which begins like an array of JSON, is the narrower test of the two.
+  if (IsSectionReport(text)) return ReadSectionReport(name, text, options);
+  if (IsJson(text)) return ReadDataCubes(name, text, options);
+  if (IsMatrixReport(text)) return ReadMatrixReport(name, text, options);
+  if (IsSampledChannels(text)) return ReadSampledChannels(name, text);
+  if (IsLongTable(text)) return ReadLongTable(name, text, options);
+  if (IsSignalPairs(text)) return ReadSignalPairs(name, text, options);
   return ReadColumnFile(name, text, options);
+}
+
+RunData Recognise(const std::string& name, std::string_view bytes, const ReadOptions& options) {
+  if (bytes.empty()) throw FileError(name + ": is empty");
+  RunData run = IsNetCdf(bytes) ? ReadAndiFile(name, bytes, options)
+                : IsMzMl(bytes) ? ReadMzMl(name, bytes, options)
+                                : ReadText(name, bytes, options);
+  std::stable_sort(run.peaks.begin(), run.peaks.end(), [](const Peak& a, const Peak& b) {
+    return std::pair(a.channel, a.apexS) < std::pair(b.channel, b.apexS);
+  });
+  return run;
 }
 
 // Runs `read`, and turns what it throws into `error`.

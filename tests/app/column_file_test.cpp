@@ -1,41 +1,15 @@
-#include "app/formats/column_file.h"
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
-#include <sstream>
 
-#include "app/formats/read_run.h"
-#include "app/formats/text.h"
-#include "embedded/run.h"
+#include "tests/app/run_text.h"
 
 namespace app {
 namespace {
 
-// "name|unit start+period: values" for times on a grid, "name|unit t=times: values" for others.
-std::string Describe(const RunData& run) {
-  std::ostringstream text;
-  for (const Trace& trace : run.channels) {
-    text << (&trace == &run.channels[0] ? "" : "; ") << trace.name << '|' << trace.unit << ' ';
-    if (const auto grid = embedded::FindRegular(trace.timesS)) {
-      text << grid->startSec << '+' << grid->periodSec << ':';
-    } else {
-      text << "t=";
-      for (const double time : trace.timesS) text << time << ',';
-      text << ':';
-    }
-    for (const double value : trace.values) text << ' ' << value;
-  }
-  return text.str();
-}
-
 std::string Read(std::string_view text, TimeUnit unit = TimeUnit::kUnknown) {
-  try {
-    return Describe(ReadColumnFile("run", text, {.timeUnit = unit}));
-  } catch (const FileError& error) {
-    return error.what();
-  }
+  return ReadText(text, {.timeUnit = unit});
 }
 
 struct FileCase {
@@ -107,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Refused, ColumnFile,
     testing::Values(
-        FileCase{"Nothing", "", "run: holds no table of times and values"},
+        FileCase{"Nothing", "", "run: is empty"},
         FileCase{"Words", "a,b\nc,d\n", "run: holds no table of times and values"},
         FileCase{"OneColumn", "# y\n1\n2\n", "run:2: expected 2 columns, found 1"},
         FileCase{"ShortRow", "0,1\n1,2\n2\n3,4\n", "run:3: expected 2 columns, found 1"},
