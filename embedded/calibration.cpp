@@ -63,6 +63,18 @@ double CalibrationCurve::WeightAt(double amount) const {
   return weighting == Weighting::kInverseAmount ? 1.0 / weighed : 1.0 / (weighed * weighed);
 }
 
+short ComponentStatistics::Available() { return component_.curve.band != nullptr ? 1 : 0; }
+
+void ComponentStatistics::BandHalfWidth(double level, double x, double, double& halfWidth) {
+  const CalibrationCurve& curve = component_.curve;
+  const bool swapped = SwapsAxes(pool_, component_);
+  const double amount = swapped ? curve.AmountAt(x) : x;
+  halfWidth = curve.band != nullptr ? curve.band->HalfWidth(level, amount) : 0.0;
+  if (!swapped) return;
+  const double slope = std::fabs(curve.SlopeAt(amount));
+  halfWidth = slope > 0.0 ? halfWidth / slope : 0.0;
+}
+
 }  // namespace embedded
 
 // A point that the component has no standard for counts as excluded.

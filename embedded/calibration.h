@@ -31,14 +31,22 @@ struct Standard {
 // amount above 0 among the standards.
 enum class Weighting { kNone, kInverseAmount, kInverseAmountSquared };
 
+// Confidence band of a fitted curve.
+class ConfidenceBand {
+ public:
+  virtual ~ConfidenceBand() = default;
+  // Half the width of the band about the curve at `amount`, in response units. 0 for a `level`
+  // (probability) that does not lie between 0 and 1.
+  virtual double HalfWidth(double level, double amount) const = 0;
+};
+
 // response = c0 + c1 × amount + c2 × amount², valid over the amounts of its standards.
 struct CalibrationCurve {
   std::vector<double> coefficients;  // ascending; empty: there is no curve
   Weighting weighting = Weighting::kNone;
   double lowestAmount = 0.0;  // above 0: the smallest weighted amount
   double highestAmount = 0.0;
-  // Makes the statistics object of a component's record; may be empty.
-  std::shared_ptr<CurveStatistics> statistics;
+  std::shared_ptr<const ConfidenceBand> band;  // may be empty
 
   // 0 without a curve.
   double ResponseAt(double amount) const;
@@ -52,11 +60,37 @@ struct CalibrationCurve {
   double WeightAt(double amount) const;
 };
 
+struct CalibratedComponent;
+
+// What the record of a component shows of its curve's band. The band is the curve's own, not that
+// of single measurements: the weight of one does not enter. With the axes swapped, x is a response,
+// and the width that of the amount, by the slope of the curve.
+class ComponentStatistics final : public CurveStatistics {
+ public:
+  ComponentStatistics(const CalibPool& pool, const CalibratedComponent& of)
+      : pool_(pool), component_(of) {}
+  short Available() override;
+  void BandHalfWidth(double level, double x, double statWeight, double& halfWidth) override;
+
+ private:
+  // The engine's own; nothing here calls them.
+  void Host1() override {}
+  void Host2() override {}
+  void Host3() override {}
+  void Host5() override {}
+  void Host6() override {}
+  void Host7() override {}
+
+  const CalibPool& pool_;
+  const CalibratedComponent& component_;
+};
+
 // A component's record with its standards.
 struct CalibratedComponent : component {
   ComponentData data;
   std::vector<Standard> standards;
   CalibrationCurve curve;
+  std::unique_ptr<ComponentStatistics> statisticsStore;
 };
 
 }  // namespace embedded

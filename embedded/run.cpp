@@ -160,6 +160,7 @@ Run::Run() {
   Live().Add(static_cast<chromatogram*>(this), this);
   Live().Add(&view_, this);
   Live().Add(&calibration, this);
+  calibration.bandLevel = 0.95F;
   view_.colours = ColourScheme(Palette::kClassic, Ground::kLight);
   view_.auxColours = view_.colours;
   window = &view_;
@@ -203,6 +204,8 @@ RunRef MakeRun(const RunData& data, std::string& fault) {
     std::memset(static_cast<void*>(static_cast<component*>(made.get())), 0, sizeof(component));
     CopyText(made->name, entry.name);
     made->data = entry;
+    made->statisticsStore = std::make_unique<ComponentStatistics>(run->calibration, *made);
+    made->statistics = made->statisticsStore.get();
     run->componentItems_.push_back(made.get());
     run->components_.push_back(std::move(made));
   }
@@ -468,7 +471,6 @@ bool Run::SetCalibration(int index, std::vector<Standard> standards, Calibration
   CalibratedComponent& target = *components_[static_cast<std::size_t>(index)];
   target.standards = std::move(standards);
   target.curve = std::move(curve);
-  target.statistics = target.curve.statistics.get();
   std::size_t points = 0;
   for (const auto& each : components_) points = std::max(points, each->standards.size());
   pointStore_.resize(points);

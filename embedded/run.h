@@ -143,9 +143,9 @@ class Run final : public chromatogram {
   void RespondByArea(double secondsOfUnit) { areaUnitSec_ = secondsOfUnit; }
   void RespondByHeight() { areaUnitSec_ = 0.0; }
 
-  // Sets the standards and the curve of a component (index from 0). The pool's point list grows to
-  // the longest list of standards; point i has number i + 1 in it. False where there is no such
-  // component, or more than 65535 standards.
+  // Sets the standards and the curve of a component (index from 0; numeric/calibration_fit.h fits
+  // one). The pool's point list grows to the longest list of standards; point i has number i + 1 in
+  // it. False where there is no such component, or more than 65535 standards.
   bool SetCalibration(int index, std::vector<Standard> standards, CalibrationCurve curve);
   // The component of a record in this run, or null.
   CalibratedComponent* ComponentOf(const component* record) const;
