@@ -20,5 +20,3 @@ const char* muiGetString(unsigned number) {
       return "";
   }
 }
-
-HMODULE muiGetDlgTemplateModule(HMODULE module, const char*) { return module; }

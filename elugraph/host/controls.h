@@ -4,7 +4,8 @@
 #include "elugraph/host/kernel.h"
 #include "platform/ui/user.h"
 
-// A resource name: a text, or a number below 65536 cast to one, in a module.
+// A resource name: a text, or a number below 65536 cast to one, in a module. Larger numbers count
+// as 0. The text must outlive the name.
 class ELUGRAPH_HOST ResId {
  public:
   ResId(const char* name, HMODULE module);
@@ -53,8 +54,9 @@ ELUGRAPH_HOST SIZE GetTextExtent(HWND window, const char* text, HDC hdc, int len
 // Dialog window. Operations in slot order behind Thunk's three.
 //
 // Life: the window holds a reference from Create on and drops it as the last thing it does, so an
-// object made with `new` ends with its window. An object that is deleted takes its window with it;
-// the window's last messages then no longer reach derived classes.
+// object made with `new` ends with its window; where Create fails it ends there and then, unless
+// someone else holds a reference. An object that is deleted takes its window with it; the window's
+// last messages then no longer reach it.
 class ELUGRAPH_HOST TORVDlg : public Thunk {
  public:
   // `place` (may be null) follows the window handle while the window lives; null before and after.
@@ -91,6 +93,7 @@ class ELUGRAPH_HOST TORVDlg : public Thunk {
   ResIdCheck template_;
   HWND* place_;
   ResId resource_;
+  bool closing_ = false;  // the dialog has its result
 };
 
 // Paint cache with a cursor overlay.

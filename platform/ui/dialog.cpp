@@ -152,9 +152,11 @@ bool RunDialog(HWND dialog, std::function<void(LONG_PTR)> done, bool blockOwner)
   const WindowRef window = WindowOf(dialog);
   if (!window || !window->dialog || window->ending) return false;
   DialogState& state = *window->dialog;
-  if (state.running || state.ended) return false;
+  if (state.running) return false;
   state.running = true;
   state.done = std::move(done);
+  // Ended while it was set up: the end is on its way.
+  if (state.ended) return true;
   if (const WindowRef owner = WindowOf(window->parent); owner && blockOwner) {
     state.blocksOwner = true;
     ++owner->blockers;

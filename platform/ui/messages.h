@@ -206,20 +206,21 @@ inline const char* MAKEINTRESOURCEA(unsigned number) {
 }
 inline bool IS_INTRESOURCE(const char* name) { return reinterpret_cast<UINT_PTR>(name) < 0x10000; }
 
-inline const char* const RT_CURSOR = MAKEINTRESOURCEA(1);
-inline const char* const RT_ICON = MAKEINTRESOURCEA(3);
-inline const char* const RT_DIALOG = MAKEINTRESOURCEA(5);
-inline const char* const RT_STRING = MAKEINTRESOURCEA(6);
-inline const char* const RT_GROUP_CURSOR = MAKEINTRESOURCEA(12);
-inline const char* const RT_GROUP_ICON = MAKEINTRESOURCEA(14);
+// Initialised before any code runs: static objects look resources up.
+inline const char* const RT_CURSOR = reinterpret_cast<const char*>(UINT_PTR{1});
+inline const char* const RT_ICON = reinterpret_cast<const char*>(UINT_PTR{3});
+inline const char* const RT_DIALOG = reinterpret_cast<const char*>(UINT_PTR{5});
+inline const char* const RT_STRING = reinterpret_cast<const char*>(UINT_PTR{6});
+inline const char* const RT_GROUP_CURSOR = reinterpret_cast<const char*>(UINT_PTR{12});
+inline const char* const RT_GROUP_ICON = reinterpret_cast<const char*>(UINT_PTR{14});
 
-inline const char* const IDC_ARROW = MAKEINTRESOURCEA(32512);
-inline const char* const IDC_IBEAM = MAKEINTRESOURCEA(32513);
-inline const char* const IDC_WAIT = MAKEINTRESOURCEA(32514);
-inline const char* const IDC_CROSS = MAKEINTRESOURCEA(32515);
-inline const char* const IDC_SIZEWE = MAKEINTRESOURCEA(32644);
-inline const char* const IDC_SIZENS = MAKEINTRESOURCEA(32645);
-inline const char* const IDC_HAND = MAKEINTRESOURCEA(32649);
+inline const char* const IDC_ARROW = reinterpret_cast<const char*>(UINT_PTR{32512});
+inline const char* const IDC_IBEAM = reinterpret_cast<const char*>(UINT_PTR{32513});
+inline const char* const IDC_WAIT = reinterpret_cast<const char*>(UINT_PTR{32514});
+inline const char* const IDC_CROSS = reinterpret_cast<const char*>(UINT_PTR{32515});
+inline const char* const IDC_SIZEWE = reinterpret_cast<const char*>(UINT_PTR{32644});
+inline const char* const IDC_SIZENS = reinterpret_cast<const char*>(UINT_PTR{32645});
+inline const char* const IDC_HAND = reinterpret_cast<const char*>(UINT_PTR{32649});
 
 // ---- words and parameters
 // -------------------------------------------------------------------------

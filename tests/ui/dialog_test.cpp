@@ -1,5 +1,5 @@
 // Dialogs from templates: layout, keys, buttons, running and ending.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Mouse, capture, cursors, keys, focus.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Invalid parts, painting, contexts of windows, pictures.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

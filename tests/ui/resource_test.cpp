@@ -1,5 +1,5 @@
 // Resources in modules, cursors and metrics.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Timers on the clock that the test moves.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

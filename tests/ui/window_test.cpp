@@ -1,5 +1,5 @@
 // Making and ending windows, places, stale handles, message order.
-#include "tests/ui/probe.h"
+#include "tests/support/probe.h"
 
 namespace {
 

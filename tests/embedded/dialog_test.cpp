@@ -1,0 +1,194 @@
+// Life of dialog objects, their results, missing resources.
+#include "elugraph/host/controls.h"
+#include "embedded/controls/host_module.h"
+#include "embedded/diagnostics.h"
+#include "tests/support/probe.h"
+
+namespace {
+
+int alive = 0;
+
+class Plain : public TORVDlg {
+ public:
+  explicit Plain(HWND parent, HWND* place = nullptr, unsigned form = embedded::kPathEditorDialog)
+      : TORVDlg(parent, ResIdCheck(form, embedded::HostModule(), RT_DIALOG), place,
+                ResId(0u, nullptr)) {
+    ++alive;
+  }
+  ~Plain() override { --alive; }
+  void SetupWindow() override {
+    log += " setup";
+    EXPECT_NE(GetDlgItem(hwnd, IDOK), nullptr);
+    TORVDlg::SetupWindow();
+  }
+  bool CanClose() override {
+    log += " ask";
+    return agrees && TORVDlg::CanClose();
+  }
+  HWND GetInvalid() override { return invalid; }
+  bool ApplyData() override {
+    log += " apply";
+    return true;
+  }
+  LRESULT EvCommand(UINT id, HWND control, UINT notification) override {
+    if (id == 99) DestroyWindow(hwnd);
+    return TORVDlg::EvCommand(id, control, notification);
+  }
+
+  std::string log;
+  bool agrees = true;
+  HWND invalid = nullptr;
+};
+
+struct Ended {
+  static void Callback(int result, void* context) {
+    auto* self = static_cast<Ended*>(context);
+    self->results.push_back(result);
+    self->aliveThen = alive;
+  }
+  std::vector<int> results;
+  int aliveThen = -1;
+};
+
+class HostDialogs : public probe::Fixture {
+ protected:
+  HostDialogs() { alive = 0; }
+};
+
+struct EndCase {
+  const char* name;
+  std::function<void(ui::Headless&, HWND)> end;
+  const char* log;  // without the first " setup"
+  int result;       // 0: still open
+  bool agrees = true;
+};
+
+class DialogEnds : public HostDialogs, public testing::WithParamInterface<EndCase> {};
+
+TEST_P(DialogEnds, ReportOnceAndThenEndTheObject) {
+  const EndCase& c = GetParam();
+  const HWND parent = Top("parent");
+  HWND place = reinterpret_cast<HWND>(1);
+  auto* dialog = new Plain(parent, &place);
+  EXPECT_EQ(place, nullptr);
+  const HWND window = dialog->Create(-1);
+  EXPECT_EQ(place, window);
+  EXPECT_FALSE(IsWindowVisible(window));
+  dialog->agrees = c.agrees;
+  std::string log;
+  dialog->_AddRef();  // to read its log later
+  Ended ended;
+  EXPECT_EQ(PostExecute(window, Ended::Callback, &ended, true), window);
+  EXPECT_TRUE(IsWindowVisible(window));
+  EXPECT_FALSE(IsWindowEnabled(parent));
+  c.end(desk, window);
+  desk.RunUntilIdle();
+  EXPECT_EQ(dialog->log, std::string(" setup") + c.log);
+  const bool open = c.result == 0;
+  EXPECT_EQ(dialog->_Release(), open ? 1 : 0);
+  EXPECT_EQ(ended.results, open ? std::vector<int>{} : std::vector<int>{c.result});
+  EXPECT_EQ(IsWindow(window), open);
+  EXPECT_EQ(place, open ? window : nullptr);
+  EXPECT_EQ(alive, open ? 1 : 0);
+  EXPECT_EQ(ended.aliveThen, open ? -1 : 1);
+  EXPECT_EQ(IsWindowEnabled(parent), !open && IsWindow(parent));
+  if (!open) return;
+  DestroyWindow(window);
+  EXPECT_EQ(ended.results, std::vector<int>{IDCANCEL});
+  EXPECT_EQ(alive, 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, DialogEnds,
+    testing::Values(
+        EndCase{"Ok", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask apply",
+                IDOK},
+        EndCase{"Enter", [](auto& desk, HWND) { desk.Key(VK_RETURN); }, " ask apply", IDOK},
+        EndCase{"Refused", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask", 0,
+                false},
+        EndCase{"CancelIsNotAsked", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDCANCEL)); },
+                "", IDCANCEL, false},
+        EndCase{"Closed", [](auto& desk, HWND w) { desk.Close(w); }, "", IDCANCEL},
+        EndCase{"Destroyed", [](auto&, HWND w) { DestroyWindow(w); }, "", IDCANCEL},
+        EndCase{"EndsItselfInACommand", [](auto&, HWND w) { PostMessageA(w, WM_COMMAND, 99, 0); },
+                "", IDCANCEL},
+        // A second answer on its way must not take the data twice.
+        EndCase{"OkTwice",
+                [](auto&, HWND w) {
+                  PostMessageA(w, WM_COMMAND, IDOK, 0);
+                  PostMessageA(w, WM_COMMAND, IDOK, 0);
+                  PostMessageA(w, WM_COMMAND, IDCANCEL, 0);
+                },
+                " ask apply", IDOK},
+        EndCase{"OtherNotificationsAreNoAnswer",
+                [](auto&, HWND w) { SendMessageA(w, WM_COMMAND, MAKEWPARAM(IDOK, EN_CHANGE), 0); },
+                "", 0},
+        EndCase{"ParentGone", [](auto&, HWND w) { DestroyWindow(GetParent(w)); }, "", IDCANCEL}),
+    probe::CaseName());
+
+TEST_F(HostDialogs, InvalidContentKeepsTheDialogOpenAndGetsTheFocus) {
+  auto* dialog = new Plain(nullptr);
+  const HWND window = dialog->Create(-1);
+  PostExecute(window, nullptr, nullptr, true);
+  dialog->invalid = GetDlgItem(window, IDCANCEL);
+  desk.Click(GetDlgItem(window, IDOK));
+  EXPECT_TRUE(IsWindow(window));
+  EXPECT_EQ(GetFocus(), dialog->invalid);
+  EXPECT_EQ(dialog->log, " setup ask");
+  DestroyWindow(window);
+  EXPECT_EQ(alive, 0);
+}
+
+TEST_F(HostDialogs, ModalRunsReturnTheResultAndLeaveTheObject) {
+  Plain dialog(nullptr);
+  desk.Then([&] { desk.Key(VK_RETURN); });
+  EXPECT_EQ(dialog.Execute(), IDOK);
+  EXPECT_EQ(dialog.hwnd, nullptr);
+  desk.Then([&] { desk.Key(VK_ESCAPE); });
+  EXPECT_EQ(dialog.Execute(), IDCANCEL);
+  EXPECT_EQ(alive, 1);
+}
+
+TEST_F(HostDialogs, DeletingAnObjectTakesItsWindowAlong) {
+  HWND place = nullptr;
+  auto* dialog = new Plain(nullptr, &place);
+  const HWND window = dialog->Create(5);
+  EXPECT_TRUE(IsWindowVisible(window));
+  EXPECT_EQ(dialog->Create(-1), window);
+  delete dialog;
+  EXPECT_FALSE(IsWindow(window));
+  EXPECT_EQ(place, nullptr);
+}
+
+TEST_F(HostDialogs, AnObjectWhoseWindowCannotBeMadeEnds) {
+  const HWND stale = Top("stale");
+  DestroyWindow(stale);
+  EXPECT_EQ((new Plain(stale))->Create(-1), nullptr);
+  EXPECT_EQ(alive, 0);
+  EXPECT_EQ(PostExecute(nullptr, Ended::Callback, nullptr, true), nullptr);
+  EXPECT_EQ(PostExecute(Top("no dialog"), nullptr, nullptr, true), nullptr);
+  Plain local(stale);
+  EXPECT_EQ(local.Execute(), 0);
+  EXPECT_EQ(alive, 1);
+}
+
+TEST_F(HostDialogs, MissingResourcesAreReported) {
+  std::string lines;
+  const auto before =
+      embedded::SetLogSink([&](std::string_view line) { lines += std::string(line) + ";"; });
+  const HMODULE module = ui::RegisterModule("names");
+  ui::AddString(module, 5, "five");
+  ui::AddIcon(module, "Icon", {ui::ImageFromRows({"#"}, {0, 0})});
+  ui::AddDialog(module, MAKEINTRESOURCEA(embedded::kPathEditorDialog), {});
+  const ResIdCheck own(embedded::kPathEditorDialog, module, RT_DIALOG);
+  const ResIdCheck hosts(embedded::kColorScaleDialog, module, RT_DIALOG);
+  const ResIdCheck text(5, module, RT_STRING), icon("ICON", module, RT_ICON);
+  EXPECT_EQ(lines, "");
+  EXPECT_EQ(own.module, module);
+  EXPECT_EQ(hosts.module, embedded::HostModule());
+  const ResIdCheck a(6, module, RT_STRING), b("none", module, RT_DIALOG), c(70000, nullptr, "TYPE");
+  EXPECT_EQ(lines, "string 6: not found;dialog none: not found;resource TYPE 0: not found;");
+  embedded::SetLogSink(before);
+}
+
+}  // namespace
