@@ -37,9 +37,10 @@ class Cell {
 
   // Is the pixel of the magnified glyph black? A bold glyph reaches half a column farther right.
   bool Black(std::int64_t along, std::int64_t down) const {
-    const std::int64_t column = along - start_, row = down + kGlyphAscent * scale_.rows;
-    if (column < 0 || column >= kGlyphColumns * scale_.columns) return false;
-    if (row < 0 || row >= kGlyphRows * scale_.rows) return false;
+    const std::int64_t fromLeft = along - start_, fromTop = down + kGlyphAscent * scale_.rows;
+    if (fromLeft < 0 || fromLeft >= kGlyphColumns * scale_.columns) return false;
+    if (fromTop < 0 || fromTop >= kGlyphRows * scale_.rows) return false;
+    const auto column = static_cast<int>(fromLeft), row = static_cast<int>(fromTop);
     const unsigned bits = bits_[static_cast<std::size_t>(row / scale_.rows)];
     if ((bits >> column / scale_.columns & 1) != 0) return true;
     return column >= smear_ && (bits >> (column - smear_) / scale_.columns & 1) != 0;
@@ -53,8 +54,8 @@ class Cell {
 };
 
 // At multiples of 90 degrees every device pixel shows just one of the glyph. At other angles its
-// coverage is the share of kSamples² places in it that lie on black.
-constexpr int kSamples = 4;
+// coverage is the share of 4 × 4 places in it that lie on black.
+constexpr int kSamplesShift = 2;
 
 class BuiltinEngine : public TextEngine {
  public:
@@ -111,19 +112,24 @@ class BuiltinEngine : public TextEngine {
   std::vector<BYTE> coverage_;
 };
 
-// Coverage of the device pixel right of and below the offset x, y from the origin.
-BYTE Coverage(const Cell& cell, const Turn& turn, int samples, std::int64_t x, std::int64_t y) {
-  // Positions count 1 / (2 × samples) pixels; products carry 30 more bits.
-  const std::int64_t unit = 2 * samples, scale = unit << 30;
+// Coverage of the device pixel right of and below the offset x, y from the origin, by 4^shift
+// places.
+BYTE Coverage(const Cell& cell, const Turn& turn, int shift, std::int64_t x, std::int64_t y) {
+  // Positions count 1 / (2 × samples) pixels; products carry 30 more bits, which the right shift
+  // rounds down.
+  const int samples = 1 << shift, scale = shift + 1 + 30;
+  const std::int64_t firstX = x * 2 * samples + 1, firstY = y * 2 * samples + 1;
   int black = 0;
-  for (int i = 0; i < samples * samples; ++i) {
-    const std::int64_t sampleX = x * unit + 2 * (i % samples) + 1;
-    const std::int64_t sampleY = y * unit + 2 * (i / samples) + 1;
-    const std::int64_t along = sampleX * turn.Cosine() - sampleY * turn.Sine();
-    const std::int64_t down = sampleX * turn.Sine() + sampleY * turn.Cosine();
-    black += cell.Black(FloorDiv(along, scale), FloorDiv(down, scale)) ? 1 : 0;
+  for (int row = 0; row < samples; ++row) {
+    const std::int64_t sampleY = firstY + 2 * row;
+    for (int column = 0; column < samples; ++column) {
+      const std::int64_t sampleX = firstX + 2 * column;
+      const std::int64_t along = sampleX * turn.Cosine() - sampleY * turn.Sine();
+      const std::int64_t down = sampleX * turn.Sine() + sampleY * turn.Cosine();
+      black += cell.Black(along >> scale, down >> scale) ? 1 : 0;
+    }
   }
-  return static_cast<BYTE>(black * 255 / (samples * samples));
+  return static_cast<BYTE>(black * 255 >> 2 * shift);
 }
 
 void BuiltinEngine::RenderCell(const Cell& cell, Magnification scale, std::int64_t start,
@@ -158,7 +164,7 @@ void BuiltinEngine::RenderCell(const Cell& cell, Magnification scale, std::int64
   for (std::int64_t y = 0; y < height; ++y) {
     for (std::int64_t x = 0; x < width; ++x) {
       coverage_[static_cast<std::size_t>(y * width + x)] =
-          Coverage(cell, turn, exact ? 1 : kSamples, x0 + x, y0 + y);
+          Coverage(cell, turn, exact ? 0 : kSamplesShift, x0 + x, y0 + y);
     }
   }
   sink({static_cast<int>(origin.x + x0), static_cast<int>(origin.y + y0), static_cast<int>(width),

@@ -37,7 +37,8 @@ class Canvas {
   void Span(std::int64_t y, std::int64_t first, std::int64_t end, std::uint32_t pixel) const {
     first = std::max<std::int64_t>(first, left_);
     end = std::min<std::int64_t>(end, right_);
-    if (first < end) std::fill(Row(y) + first, Row(y) + end, pixel);
+    std::uint32_t* const row = Row(y);
+    for (std::int64_t x = first; x < end; ++x) row[x] = pixel;
   }
   // A rectangle of any coordinates, right and bottom excluded.
   void Box(std::int64_t left, std::int64_t top, std::int64_t right, std::int64_t bottom,
