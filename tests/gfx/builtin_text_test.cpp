@@ -172,6 +172,20 @@ TEST(RasterText, BlendsByCoverage) {
   EXPECT_GT(black, 20);
 }
 
+TEST(BuiltinFont, KeepsItsInkAtAnyAngle) {
+  for (LONG escapement = 5; escapement < 3600; escapement += 10) {
+    std::int64_t ink = 0;
+    gfx::BuiltinText().Render(BuiltinFont(12, 0, escapement), "\xEF\xBF\xBD", {0, 0},
+                              [&](const gfx::GlyphImage& glyph) {
+                                for (int i = 0; i < glyph.width * glyph.height; ++i) {
+                                  ink += glyph.coverage[i];
+                                }
+                              });
+    // The box has 5 × 9 pixels of which 3 × 7 are empty.
+    EXPECT_NEAR(static_cast<double>(ink) / 255, 24, 1) << escapement;
+  }
+}
+
 TEST(RasterText, FarAwayIsHarmless) {
   Picture got;
   const std::string text(3000, 'm');

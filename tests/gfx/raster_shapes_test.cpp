@@ -168,6 +168,12 @@ TEST_P(BoxOutline, KeepsItsBounds) {
   }
   EXPECT_EQ(rectangle.surface.Pixel(35, c.ink.top + c.width), kWhite);
   EXPECT_EQ(ellipse.surface.Pixel(35, c.ink.top + c.width), kWhite);
+  for (const LONG x : {c.ink.left + c.width - 1, c.ink.right - c.width}) {
+    EXPECT_EQ(ellipse.surface.Pixel(x, 25), kInk);
+  }
+  for (const LONG x : {c.ink.left + c.width, c.ink.right - c.width - 1}) {
+    EXPECT_EQ(ellipse.surface.Pixel(x, 25), kWhite);
+  }
 }
 INSTANTIATE_TEST_SUITE_P(
     Pens, BoxOutline,

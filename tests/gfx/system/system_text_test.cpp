@@ -1,3 +1,5 @@
+#include <fontconfig/fontconfig.h>
+
 #include <cstring>
 #include <string>
 
@@ -51,6 +53,10 @@ TEST_F(SystemFonts, HeightsAndWidthsAreAsAsked) {
     EXPECT_EQ(text.Metrics(SystemFont(family, 0)).tmHeight, 12);
     EXPECT_EQ(text.Metrics(SystemFont(family, 40, 31)).tmAveCharWidth, 31);
     const LONG natural = text.Metrics(SystemFont(family, 40)).tmAveCharWidth;
+    const LONG leading = text.Metrics(SystemFont(family, 40)).tmInternalLeading;
+    EXPECT_NEAR(text.Extent(SystemFont(family, leading - 40), "Detector").cx,
+                text.Extent(SystemFont(family, 40), "Detector").cx, 3);
+    EXPECT_NEAR(text.Metrics(SystemFont(family, leading - 40)).tmHeight, 40, 1);
     EXPECT_NEAR(natural, 18, 6);  // letters are about half as wide as high
     EXPECT_NEAR(text.Extent(SystemFont(family, 40, 2 * natural), "Peak").cx,
                 2 * text.Extent(SystemFont(family, 40), "Peak").cx, 4);
@@ -115,12 +121,35 @@ TEST_F(SystemFonts, QuartersTurnThePixels) {
   }
 }
 
-TEST_F(SystemFonts, MissingCharactersAreShown) {
+// Whether any scalable font of the machine has the character.
+bool IsInstalled(FcChar32 code) {
+  FcCharSet* characters = FcCharSetCreate();
+  FcCharSetAddChar(characters, code);
+  FcPattern* pattern = FcPatternCreate();
+  FcPatternAddCharSet(pattern, FC_CHARSET, characters);
+  FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
+  FcObjectSet* fields = FcObjectSetBuild(FC_FILE, nullptr);
+  FcFontSet* fonts = FcFontList(nullptr, pattern, fields);
+  const bool any = fonts->nfont > 0;
+  FcFontSetDestroy(fonts);
+  FcObjectSetDestroy(fields);
+  FcPatternDestroy(pattern);
+  FcCharSetDestroy(characters);
+  return any;
+}
+
+TEST_F(SystemFonts, OtherFontsHelpOutAndNothingIsLeftBlank) {
   const gfx::Font font = SystemFont("Times New Roman", 20);
-  for (const char* letter :
-       {"\xE2\x89\xA4", "\xCE\xBB", "\xF3\xB0\x80\x80"}) {  // ≤, λ, private use
-    EXPECT_GT(text.Extent(font, letter).cx, 0);
-    EXPECT_GT(Darkness(Draw(font, letter)), 0);
+  const gfx::Surface sign = Draw(font, "\xF3\xB0\x80\x80");  // private use: nobody has it
+  EXPECT_GT(Darkness(sign), 0);
+  const struct {
+    FcChar32 code;
+    const char* utf8;
+  } letters[] = {{0x2264, "\xE2\x89\xA4"}, {0x3BB, "\xCE\xBB"}, {0x2603, "\xE2\x98\x83"}};
+  for (const auto& [code, utf8] : letters) {
+    EXPECT_GT(text.Extent(font, utf8).cx, 0);
+    EXPECT_GT(Darkness(Draw(font, utf8)), 0);
+    EXPECT_EQ(!SamePixels(Draw(font, utf8), sign), IsInstalled(code)) << code;
   }
 }
 
