@@ -128,7 +128,7 @@ struct DeltasClock : WholeClock {
       std::uint32_t sum = 0;
       next += 1 + static_cast<int>(Kernels().leadingBelow(
                       deltas + next + 1, static_cast<std::size_t>(lastIndex - next),
-                      0u - static_cast<std::uint32_t>(whole), sum));
+                      0U - static_cast<std::uint32_t>(whole), sum));
       if (next > lastIndex) return {count - index, false};
       whole = WrapAdd32(whole, static_cast<LONG>(sum + deltas[next]));
     }

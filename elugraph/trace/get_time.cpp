@@ -81,7 +81,7 @@ int GetTime::tfrom2Idx(int startMs, FixedPoint64 step, FixedPoint64& phase) {
   } else if (channel->sampleCount <= 0) {
     phase.value = 0;
   } else {
-    const std::int64_t column = std::int64_t{step.whole} + (step.fraction != 0);
+    const std::int64_t column = std::int64_t{step.whole} + (step.fraction != 0 ? 1 : 0);
     const LONG next = EntryAtOrAfter(*channel, startMs + column);
     phase = FixedPoint64::OfWhole(WrapSub32(channel->times[next], channel->timeBase));
     index = std::max<LONG>(0, next - 1);

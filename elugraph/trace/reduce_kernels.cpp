@@ -1,7 +1,5 @@
 #include "elugraph/trace/reduce_kernels.h"
 
-#include <algorithm>
-
 namespace {
 
 // Entries that are looked at together before deciding whether the column goes on.
@@ -14,8 +12,9 @@ ELUGRAPH_BODY SampleRange RangeBody(const LONG* samples, std::size_t count) {
   LONG min = samples[0];
   LONG max = samples[0];
   for (std::size_t i = 0; i < count; ++i) {
-    min = std::min(min, samples[i]);
-    max = std::max(max, samples[i]);
+    const LONG sample = samples[i];
+    min = sample < min ? sample : min;
+    max = sample > max ? sample : max;
   }
   return {min, max};
 }
@@ -36,7 +35,7 @@ ELUGRAPH_BODY std::size_t LeadingNegativesBody(const ULONG* entries, std::size_t
                                                ULONG bias) {
   std::size_t i = 0;
   for (; i + kBlock <= count; i += kBlock) {
-    ULONG signs = 0x80000000u;
+    ULONG signs = 0x80000000U;
     for (std::size_t k = 0; k < kBlock; ++k) signs &= entries[i + k] + bias;
     if (signs == 0) break;
   }
@@ -74,38 +73,31 @@ ELUGRAPH_BODY std::size_t LeadingBelowBody(const WORD* entries, std::size_t coun
                                                std::uint32_t& sum) {                              \
       return LeadingBelowBody(e, n, limit, sum);                                                  \
     }                                                                                             \
-    static constexpr ReduceKernels Named(const char* name) {                                      \
-      return {name, Range, SignedSum, UnsignedSum, LeadingNegatives, LeadingBelow};               \
-    }                                                                                             \
+    static constexpr ReduceKernels kTable{Range, SignedSum, UnsignedSum, LeadingNegatives,        \
+                                          LeadingBelow};                                          \
   }
 
 ELUGRAPH_KERNELS(PlainSet, );
+
 #if defined(__x86_64__) || defined(__i386__)
 ELUGRAPH_KERNELS(Avx2Set, [[gnu::target("avx2")]]);
 ELUGRAPH_KERNELS(Avx512Set, [[gnu::target("avx512f,avx512bw,avx512vl")]]);
 
-constexpr ReduceKernels kSets[] = {Avx512Set::Named("avx512"), Avx2Set::Named("avx2"),
-                                   PlainSet::Named("plain")};
-
-std::size_t FirstRunnable() {
+const ReduceKernels& FastestSet() {
   __builtin_cpu_init();
   if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
       __builtin_cpu_supports("avx512vl")) {
-    return 0;
+    return Avx512Set::kTable;
   }
-  return __builtin_cpu_supports("avx2") ? 1 : 2;
+  return __builtin_cpu_supports("avx2") ? Avx2Set::kTable : PlainSet::kTable;
 }
 #else
-constexpr ReduceKernels kSets[] = {PlainSet::Named("plain")};
-
-std::size_t FirstRunnable() { return 0; }
+const ReduceKernels& FastestSet() { return PlainSet::kTable; }
 #endif
 
 }  // namespace
 
-std::span<const ReduceKernels> RunnableKernels() {
-  static const std::size_t first = FirstRunnable();
-  return std::span(kSets).subspan(first);
+const ReduceKernels& Kernels() {
+  static const ReduceKernels& fastest = FastestSet();
+  return fastest;
 }
-
-const ReduceKernels& Kernels() { return RunnableKernels().front(); }

@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 
 #include "platform/gfx/types.h"
 
@@ -15,9 +14,8 @@ struct SampleRange {
   LONG max;
 };
 
-// One instruction set's loops.
+// The loops for one instruction set.
 struct ReduceKernels {
-  const char* name;
   // `count` ≥ 1.
   SampleRange (*range)(const LONG* samples, std::size_t count);
   // No sum of fewer than 2^31 samples overflows.
@@ -32,8 +30,5 @@ struct ReduceKernels {
                               std::uint32_t& sum);
 };
 
-// The sets that this machine runs, the fastest first; never empty.
-std::span<const ReduceKernels> RunnableKernels();
-
-// The fastest set.
+// The fastest set that this machine runs.
 const ReduceKernels& Kernels();

@@ -1,5 +1,5 @@
 // The fourteen loops, by table and against a plain reduction that looks at one sample at a time.
-#include <cstdlib>
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <random>
@@ -7,7 +7,6 @@
 #include "elugraph/trace/each_point.h"
 #include "elugraph/trace/get_time.h"
 #include "elugraph/trace/poly_line_pool.h"
-#include "elugraph/trace/reduce_kernels.h"
 #include "elugraph/trace/yval.h"
 #include "tests/trace/trace_journal.h"
 
@@ -300,35 +299,6 @@ TEST(LoopTable, MeanOfManySamples) {
   for (const Loop& loop : kLoops) {
     if (loop.output != Output::kSignedMean || loop.startsAtPhase) continue;
     EXPECT_EQ(RunLoop(loop, in).emitted, std::vector<std::string>{"0:2147422290"}) << loop.name;
-  }
-}
-
-TEST(Kernels, AllInstructionSetsAgree) {
-  std::mt19937 random(7);
-  std::vector<LONG> data(700);
-  for (LONG& value : data) value = static_cast<LONG>(random());
-  std::vector<WORD> deltas(data.begin(), data.end());
-  const auto* entries = reinterpret_cast<const ULONG*>(data.data());
-  std::vector<ULONG> rising(data.size());
-  for (std::size_t i = 0; i < rising.size(); ++i) rising[i] = static_cast<ULONG>(i) * 9u;
-  const ReduceKernels& plain = RunnableKernels().back();
-  for (const ReduceKernels& set : RunnableKernels()) {
-    for (std::size_t n = 1; n < 600; n += 1 + n / 80) {
-      for (const std::size_t at : {0, 1, 5}) {
-        const SampleRange range = set.range(&data[at], n), expected = plain.range(&data[at], n);
-        EXPECT_EQ(std::pair(range.min, range.max), std::pair(expected.min, expected.max));
-        EXPECT_EQ(set.signedSum(&data[at], n), plain.signedSum(&data[at], n));
-        EXPECT_EQ(set.unsignedSum(&data[at], n), plain.unsignedSum(&data[at], n));
-        const auto bias = static_cast<ULONG>(-static_cast<LONG>(n * 8));
-        EXPECT_EQ(set.leadingNegatives(&rising[at], n, bias),
-                  plain.leadingNegatives(&rising[at], n, bias));
-        EXPECT_EQ(set.leadingNegatives(entries, n, 0), plain.leadingNegatives(entries, n, 0));
-        std::uint32_t sum = 0, plainSum = 1;
-        EXPECT_EQ(set.leadingBelow(&deltas[at], n, 9999999, sum),
-                  plain.leadingBelow(&deltas[at], n, 9999999, plainSum));
-        EXPECT_EQ(sum, plainSum) << set.name;
-      }
-    }
   }
 }
 
