@@ -15,6 +15,12 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 4)
   target_compile_options(elugraph-settings INTERFACE -msse2 -mfpmath=sse)
 endif()
 
+# For code between a drawing pass and the instruction that may fault on a host's data: cleanups of a
+# function also run when one of its own instructions, not only a call, throws.
+add_library(elugraph-fault-unwinding INTERFACE)
+target_compile_options(elugraph-fault-unwinding INTERFACE
+  -fnon-call-exceptions -fasynchronous-unwind-tables)
+
 # elugraph_folder(<target> <folder>): an object library of the folder's sources.
 function(elugraph_folder target folder)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/*.cpp)
