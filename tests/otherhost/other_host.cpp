@@ -6,11 +6,18 @@
 #include <cstring>
 #include <memory>
 
+#include "elugraph/host/controls.h"
+
 namespace other_host {
 
 std::vector<std::string>& Calls() {
   static std::vector<std::string> calls;
   return calls;
+}
+
+Answers& Answer() {
+  static Answers answers;
+  return answers;
 }
 
 std::map<std::string, std::string>& Settings() {
@@ -20,7 +27,10 @@ std::map<std::string, std::string>& Settings() {
 
 namespace {
 
-void Called(std::string what) { Calls().push_back(std::move(what)); }
+void Called(const std::string& what) {
+  Calls().push_back(what);
+  if (Answer().onCall) Answer().onCall(what);
+}
 
 char empty[1] = "";
 
@@ -111,7 +121,7 @@ void int3call() { Called("int3call"); }
 // ---------------------------------------------------------------------------------------
 
 const char* CompTypeTxt(int) { return "quantity"; }
-bool developer_access() { return false; }
+bool developer_access() { return other_host::Answer().developer; }
 LONG minimum(const LONG* samples, LONG first, LONG last) {
   return other_host::Extreme(samples, first, last, -1);
 }
@@ -154,18 +164,27 @@ int TDoubleMatrix::operator/=(TDoubleMatrix& divisor) {
   return 1;
 }
 
+// ---- controls
+// -------------------------------------------------------------------------------------
+
+SIZE GetTextExtent(HWND, const char* text, HDC hdc, int length) {
+  SIZE extent{0, 0};
+  GetTextExtentPoint32A(hdc, text, length, &extent);
+  return extent;
+}
+
 // ---- records
 // --------------------------------------------------------------------------------------
 
 float TChannel::GetCyctimeRT() { return samplePeriod; }
 void TChannel::UpdateCyctimeRT() { Called("UpdateCyctimeRT"); }
 
-COLORREF ORVWCOLORS::back() const { return RGB(255, 255, 255); }
-COLORREF ORVWCOLORS::alterground() const { return RGB(240, 240, 240); }
-COLORREF ORVWCOLORS::axis() const { return RGB(0, 0, 0); }
-COLORREF ORVWCOLORS::baseline() const { return RGB(128, 128, 128); }
+COLORREF ORVWCOLORS::back() const { return entries[0]; }
+COLORREF ORVWCOLORS::alterground() const { return entries[1]; }
+COLORREF ORVWCOLORS::axis() const { return entries[2]; }
+COLORREF ORVWCOLORS::baseline() const { return entries[3]; }
 COLORREF ORVWCOLORS::chan(int index, ChromColor::_default_color_) const {
-  return RGB(static_cast<BYTE>(index * 30), 0, 200);
+  return entries[4 + index];
 }
 
 bool CalibPool::PointIsExcluded(component*, int) { return false; }
@@ -179,21 +198,25 @@ void chromatogram::Release() const { Called("Release"); }
 chromatogram* chromatogram::pIs(const void* record) {
   return static_cast<chromatogram*>(const_cast<void*>(record));
 }
-bool chromatogram::bHasRawData() { return sampleCount > 0; }
-double chromatogram::ActualDuration() { return runDurationMs / 1000.0; }
-short& chromatogram::curchan() {
-  static short current = 0;
-  return current;
+bool chromatogram::bHasRawData() {
+  Called("bHasRawData");
+  return other_host::Answer().rawData;
 }
-double chromatogram::units(double seconds) { return seconds; }
+double chromatogram::ActualDuration() { return runDurationMs / 1000.0; }
+short& chromatogram::curchan() { return other_host::Answer().currentChannel; }
+double chromatogram::units(double seconds) { return seconds * other_host::Answer().unitsPerSecond; }
 double chromatogram::rtime(int number) {
   return peaks.At(number - 1)->apex * static_cast<double>(sampleInterval);
 }
-void chromatogram::zero(LONG) { Called("zero"); }
-void chromatogram::basecalc(int) { Called("basecalc"); }
+void chromatogram::zero(LONG index) {
+  Called("zero " + std::to_string(index));
+  TChannel* channel = channels.At(curchan());
+  channel->zero = channel->samples[index];
+}
+void chromatogram::basecalc(int channel) { Called("basecalc " + std::to_string(channel)); }
 void chromatogram::recognize() { Called("recognize"); }
 void chromatogram::update_quant() { Called("update_quant"); }
 void chromatogram::recalctime() { Called("recalctime"); }
-int chromatogram::splitIndex() { return channelCount; }
+int chromatogram::splitIndex() { return other_host::Answer().splitIndex; }
 
 const char* THoldWindow::xunitsTxt() const { return "s"; }

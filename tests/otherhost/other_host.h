@@ -2,6 +2,7 @@
 // operation that the library may call writes a line into a list, so that tests see who called.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,8 +12,18 @@
 
 namespace other_host {
 
-// What the library called, in order.
+// What the library called, in order, with the argument where there is one.
 std::vector<std::string>& Calls();
+// What the host answers.
+struct Answers {
+  bool rawData = true;
+  bool developer = false;
+  short currentChannel = 0;
+  int splitIndex = 1000;
+  double unitsPerSecond = 1.0;
+  std::function<void(const std::string&)> onCall;  // sees each call; may throw or fault
+};
+Answers& Answer();
 // Settings in memory: "section/key" to value.
 std::map<std::string, std::string>& Settings();
 
