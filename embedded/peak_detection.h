@@ -47,4 +47,10 @@ struct DetectionOptions {
 std::vector<PeakRecord> DetectPeaks(std::span<const LONG> samples,
                                     const DetectionOptions& options = {});
 
+// The limits and baselines of peaks whose apexes are known, as a report lists them. Apexes outside
+// the trace, and all but one of equal ones, are left out; each may move by half a peak's width to
+// the maximum that it stands for. In order of the apexes.
+std::vector<PeakRecord> LimitPeaks(std::span<const LONG> samples, std::vector<LONG> apexes,
+                                   const DetectionOptions& options = {});
+
 }  // namespace embedded

@@ -1,12 +1,21 @@
 // What a Run keeps behind its records.
 #pragma once
 
+#include <cmath>
 #include <string>
 #include <vector>
 
 #include "embedded/run.h"
 
 namespace embedded {
+
+inline constexpr double kMsPerSec = 1000.0;
+inline constexpr BYTE kAcquiring = 5;  // a record's state
+
+inline LONG RoundToMs(double ms) { return static_cast<LONG>(std::lround(ms)); }
+
+// Makes Run::Of know a record of a run.
+void Enter(const void* record, Run* run);
 
 struct Run::Channel : TChannel {
   std::vector<LONG> sampleStore;

@@ -115,6 +115,24 @@ TEST(PeakDetection, ASmallPeakOnATailIsSkimmed) {
   EXPECT_NEAR(run->PeakArea(2), area, 0.3 * area);  // a straight tangent under a curved tail
 }
 
+// A report's apexes, off by a few samples, lead to the same limits as the search.
+TEST(PeakDetection, KnownApexesAreLimitedAsFoundOnes) {
+  const std::vector<LONG> trace =
+      Trace(4000, {{800, 20, 50000}, {870, 20, 40000}, {3000, 25, 2000}}, 20.0, 0.5);
+  const std::vector<PeakRecord> found = DetectPeaks(trace);
+  const std::vector<PeakRecord> given = LimitPeaks(trace, {3004, 868, -5, 803, 803, 4000});
+  ASSERT_EQ(found.size(), 3U);
+  ASSERT_EQ(given.size(), 3U);
+  for (std::size_t k = 0; k < 3; ++k) {
+    EXPECT_EQ(+given[k].apex, +found[k].apex);
+    EXPECT_NEAR(given[k].start, found[k].start, 10);
+    EXPECT_NEAR(given[k].end, found[k].end, 10);
+  }
+  EXPECT_EQ(LimitPeaks(trace, {2000}).size(), 1U);  // no peak there: limits all the same
+  EXPECT_EQ(LimitPeaks(std::vector<LONG>(50, 7), {0, 20, 49}).size(), 3U);
+  EXPECT_TRUE(LimitPeaks({}, {0}).empty());
+}
+
 TEST(PeakDetection, NoiseAndDriftAloneHaveNone) {
   for (unsigned seed = 1; seed <= 40; ++seed) {
     const int count = 500 << seed % 6;
