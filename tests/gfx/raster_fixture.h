@@ -3,14 +3,14 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
 #include <memory>
 #include <ostream>
-#include <random>
 
 #include "platform/gfx/driver/raster.h"
 #include "platform/gfx/surface.h"
 #include "platform/gfx/text_engine.h"
+#include "tests/gfx/scene/random_shapes.h"
 
 inline constexpr COLORREF kWhite = RGB(255, 255, 255);
 inline constexpr COLORREF kInk = RGB(200, 30, 10);
@@ -68,23 +68,6 @@ inline RECT BoxOf(const gfx::Surface& surface, COLORREF color) {
   }
   return box;
 }
-
-// Evenly distributed, and the same with every standard library.
-class Seeded {
- public:
-  explicit Seeded(unsigned seed) : engine_(seed) {}
-  LONG operator()(std::int64_t low, std::int64_t high) {
-    return static_cast<LONG>(
-        low + static_cast<std::int64_t>(engine_() % static_cast<std::uint64_t>(high - low + 1)));
-  }
-  POINT Point(LONG low, LONG high) {
-    const LONG x = (*this)(low, high);
-    return {x, (*this)(low, high)};
-  }
-
- private:
-  std::mt19937_64 engine_;
-};
 
 inline void PrintTo(const RECT& box, std::ostream* out) {
   *out << box.left << ',' << box.top << ' ' << box.right << ',' << box.bottom;
