@@ -23,7 +23,7 @@
 
 namespace gfx {
 
-constexpr int kMaxPenWidth = 1 << 28;
+inline constexpr int kMaxPenWidth = 1 << 28;
 
 // What a pen paints with during one call; holds the place in the dash pattern.
 class Stroke {

@@ -40,6 +40,8 @@ const char* GenericFamily(BYTE pitchAndFamily) {
   }
 }
 
+constexpr LONG kBold = 600;
+
 const FcChar8* Text(const char* text) { return reinterpret_cast<const FcChar8*>(text); }
 
 }  // namespace
@@ -68,6 +70,8 @@ FontStyle* FontFaces::Style(const LOGFONTA& font) {
 std::unique_ptr<FontStyle> FontFaces::MakeStyle(const StyleKey& key) {
   auto style = std::make_unique<FontStyle>();
   style->owner_ = this;
+  style->bold_ = key.weight >= kBold;
+  style->italic_ = key.italic;
   style->wanted_.reset(FcPatternCreate());
   FcPattern* const wanted = style->wanted_.get();
   if (!wanted) return nullptr;
@@ -113,21 +117,26 @@ const StyledFace* FontStyle::Open(int place) {
   std::unique_ptr<FcPattern, Closer<FcPatternDestroy>> font(
       FcFontRenderPrepare(owner_->config_.get(), wanted_.get(), order_->fonts[place]));
   FcChar8* file = nullptr;
-  int index = 0, weight = FC_WEIGHT_REGULAR;
+  int index = 0, weight = FC_WEIGHT_REGULAR, slant = FC_SLANT_ROMAN;
   if (!font || FcPatternGetString(font.get(), FC_FILE, 0, &file) != FcResultMatch) return nullptr;
   FcPatternGetInteger(font.get(), FC_INDEX, 0, &index);
   FcPatternGetInteger(font.get(), FC_WEIGHT, 0, &weight);
   auto styled = std::make_unique<StyledFace>();
   styled->face = owner_->Open(reinterpret_cast<const char*>(file), index);
   if (!styled->face) return nullptr;
+  FcPatternGetInteger(font.get(), FC_SLANT, 0, &slant);
+  styled->weight = FcWeightToOpenType(weight);
+  // Some configurations ask for it, and then report the weight as wanted.
   FcBool embolden = FcFalse;
   FcPatternGetBool(font.get(), FC_EMBOLDEN, 0, &embolden);
-  styled->embolden = embolden != FcFalse;
-  styled->weight = styled->embolden ? FW_BOLD : FcWeightToOpenType(weight);
+  styled->embolden = embolden != FcFalse || (bold_ && styled->weight < kBold);
+  if (styled->embolden) styled->weight = FW_BOLD;
   FcMatrix* shape = nullptr;
   if (FcPatternGetMatrix(font.get(), FC_MATRIX, 0, &shape) == FcResultMatch && shape) {
     const auto fixed = [](double value) { return static_cast<FT_Fixed>(value * 0x10000); };
     styled->shape = {fixed(shape->xx), fixed(shape->xy), fixed(shape->yx), fixed(shape->yy)};
+  } else if (italic_ && slant == FC_SLANT_ROMAN) {
+    styled->shape.xy = 0x10000 / 5;
   }
   faces_.emplace_back(place, std::move(styled));
   return faces_.back().second.get();

@@ -36,7 +36,8 @@ struct FontFace {
   LONG averageAdvance;  // of running text in lower case
 };
 
-// A face as one style wants it: some are made bold or slanted from the plain one.
+// A face as one style wants it: bold or slanted artificially where the machine has only the plain
+// one.
 struct StyledFace {
   FontFace* face = nullptr;
   bool embolden = false;
@@ -63,6 +64,8 @@ class FontStyle {
   const StyledFace* Open(int place);
 
   class FontFaces* owner_ = nullptr;
+  bool bold_ = false;
+  bool italic_ = false;
   std::unique_ptr<FcPattern, Closer<FcPatternDestroy>> wanted_;
   FontSet order_;
   std::vector<std::pair<int, std::unique_ptr<StyledFace>>> faces_;  // by place in order_
