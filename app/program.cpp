@@ -11,50 +11,29 @@
 #include <string>
 #include <vector>
 
+#include "app/calibration_command.h"
 #include "app/demo_run.h"
 #include "app/formats/header_words.h"
 #include "app/formats/read_run.h"
 #include "app/formats/text.h"
+#include "app/output.h"
 #include "app/picture.h"
 #include "app/version.h"
-#include "platform/gfx/context.h"
+#include "app/xy_command.h"
 
 namespace app {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kOutputFolder = "out";
-
 struct Request {
   std::vector<std::string> files;
-  std::string output;  // empty: named after the first file, in kOutputFolder
-  std::string size = "1600x900";
+  OutputOptions output;
   std::string from;
   std::string to;
   std::string timeUnit;
   bool average = false;
 };
-
-int Fail(const std::string& message) {
-  std::fprintf(stderr, "elugraph: %s\n", message.c_str());
-  return kBadInput;
-}
-
-// "1600x900".
-bool ParseSize(const std::string& text, PictureOptions& options) {
-  const std::size_t cross = text.find('x');
-  if (cross == std::string::npos) return false;
-  const auto extent = [](const std::string& digits) {
-    const bool plain = !digits.empty() && digits.size() <= 6 &&
-                       digits.find_first_not_of("0123456789") == std::string::npos;
-    return plain ? std::stoi(digits) : 0;
-  };
-  options.widthPx = extent(text.substr(0, cross));
-  options.heightPx = extent(text.substr(cross + 1));
-  const auto isGood = [](int px) { return px >= kMinExtentPx && px <= kMaxExtentPx; };
-  return isGood(options.widthPx) && isGood(options.heightPx);
-}
 
 // "2.5", "2.5min", "90 s"; minutes where no unit is given.
 std::optional<double> ParseTimeS(const std::string& text) {
@@ -70,10 +49,8 @@ std::optional<double> ParseTimeS(const std::string& text) {
 
 // What is wrong with the request's texts; empty where they are good.
 std::string Understand(const Request& request, PictureOptions& picture, ReadOptions& read) {
-  if (!ParseSize(request.size, picture)) {
-    return "--size: '" + request.size + "' is not WIDTHxHEIGHT with both from " +
-           std::to_string(kMinExtentPx) + " to " + std::to_string(kMaxExtentPx);
-  }
+  std::string error;
+  if (!ParseSize(request.output.size, picture.widthPx, picture.heightPx, error)) return error;
   for (const auto& [name, text, time] : {std::tuple{"--from", &request.from, &picture.fromS},
                                          std::tuple{"--to", &request.to, &picture.toS}}) {
     if (text->empty()) continue;
@@ -90,39 +67,12 @@ std::string Understand(const Request& request, PictureOptions& picture, ReadOpti
   return {};
 }
 
-// The picture's file; empty, and the cause in `error`, where it would replace an input file or its
-// folder cannot be made.
-std::string OutputPath(const Request& request, const std::string& stem, std::string& error) {
-  if (request.output.empty()) {
-    std::error_code failure;
-    fs::create_directories(kOutputFolder, failure);
-    if (failure) {
-      error = std::string(kOutputFolder) + ": " + failure.message();
-      return {};
-    }
-    return (fs::path(kOutputFolder) / (stem + ".png")).string();
-  }
-  for (const std::string& file : request.files) {
-    std::error_code failure;
-    if (fs::equivalent(file, request.output, failure)) {
-      error = request.output + ": is an input file; it is not replaced";
-      return {};
-    }
-  }
-  return request.output;
-}
-
 int Draw(const RunData& run, const Request& request, const PictureOptions& options,
          const std::string& stem) {
   gfx::Surface surface;
   std::string error;
   if (!DrawPicture(run, options, surface, error)) return Fail(error);
-  const std::string path = OutputPath(request, stem, error);
-  if (path.empty()) return Fail(error);
-  if (!gfx::SavePng(surface, path, error)) return Fail(path + ": " + error);
-  for (const std::string& note : run.notes) std::printf("note: %s\n", note.c_str());
-  std::printf("%s\n", path.c_str());
-  return kDone;
+  return SavePicture(surface, request.output, request.files, stem, run.notes);
 }
 
 int Render(const Request& request) {
@@ -151,9 +101,7 @@ int Demonstrate() { return Draw(DemoRun(), Request(), PictureOptions(), "demonst
 void AddRender(CLI::App& program, Request& request) {
   CLI::App& render = *program.add_subcommand("render", "Draw the runs of files into one picture");
   render.add_option("FILE", request.files, "Files of times and signals")->required();
-  render.add_option("-o,--output", request.output,
-                    "Picture to write (PNG); default: out/NAME-OF-THE-FIRST-FILE.png");
-  render.add_option("--size", request.size, "Width and height in pixels")->capture_default_str();
+  AddOutputOptions(render, request.output);
   render.add_option("--from", request.from, "Left edge, a time such as 2.5min or 90s")
       ->type_name("TIME");
   render.add_option("--to", request.to, "Right edge")->type_name("TIME");
@@ -168,11 +116,6 @@ void AddRender(CLI::App& program, Request& request) {
 int Run(int argc, const char* const* argv) {
   std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
   if (arguments.empty()) return Demonstrate();
-  const std::string& first = arguments[0];
-  // A bare file name means render.
-  if (first != "render" && first != "-h" && first != "--help" && first != "--version") {
-    arguments.insert(arguments.begin(), "render");
-  }
   CLI::App program(
       "elugraph draws chromatograms.\n"
       "  elugraph              draws a generated run to out/\n"
@@ -182,6 +125,18 @@ int Run(int argc, const char* const* argv) {
   program.require_subcommand(1);
   Request request;
   AddRender(program, request);
+  const CalibrationCommand calibration(program);
+  const XYCommand xy(program);
+  const std::string& first = arguments[0];
+  const bool isCommand = !program
+                              .get_subcommands([&first](const CLI::App* command) {
+                                return command->check_name(first);
+                              })
+                              .empty();
+  // A bare file name means render.
+  if (!isCommand && first != "-h" && first != "--help" && first != "--version") {
+    arguments.insert(arguments.begin(), "render");
+  }
   try {
     std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     program.parse(std::move(reversed));
@@ -189,6 +144,8 @@ int Run(int argc, const char* const* argv) {
     if (error.get_exit_code() == 0) return program.exit(error);
     return Fail(std::string(error.what()) + " (see elugraph --help)");
   }
+  if (calibration.Chosen()) return calibration.Run();
+  if (xy.Chosen()) return xy.Run();
   return Render(request);
 }
 

@@ -1,0 +1,140 @@
+// The subcommands that draw tables, run inside the test's process.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "app/program.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class PlotCommands : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "elugraph-test-XXXXXX").string();
+    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
+    folder_ = pattern;
+    Write("xy.csv", "t,a,b,note\n0,1,2,x\n1,3,,y\n2,2,5,z\n");
+    Write("standards.csv",
+          "component,amount,response,excluded\n"
+          "A,1,12,\nA,2,22,no\nA,3,320,yes\nA,4,42,0\nB,1,5,\nB,2,n.a.,\nB,3,9,\n");
+    Write("odd.csv", "amount,response,excluded\n1,2,maybe\n2,3,\n3,4,\n");
+  }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  std::string File(const std::string& name) const { return (folder_ / name).string(); }
+  void Write(const std::string& name, const char* text) { std::ofstream(File(name)) << text; }
+
+  // Runs the program on a file, with output to out.png. Its messages go into `said`.
+  int Run(const std::string& command, const std::string& file, std::vector<std::string> options) {
+    fs::remove(File("out.png"));
+    std::vector<std::string> words{"elugraph",      command,  file,     "-o",
+                                   File("out.png"), "--size", "300x200"};
+    words.insert(words.end(), options.begin(), options.end());
+    std::vector<const char*> argv;
+    for (const std::string& word : words) argv.push_back(word.c_str());
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    const int status = app::RunProgram(static_cast<int>(argv.size()), argv.data());
+    said = testing::internal::GetCapturedStdout() + testing::internal::GetCapturedStderr();
+    // A picture appears exactly when the command succeeds.
+    EXPECT_EQ(fs::exists(File("out.png")), status == app::kDone) << said;
+    return status;
+  }
+
+  fs::path folder_;
+  std::string said;
+};
+
+struct CommandCase {
+  const char* command;
+  const char* file;
+  std::vector<std::string> options;
+  int status;
+  const char* said;  // a part of it
+};
+
+TEST_F(PlotCommands, DrawOrSayWhyNot) {
+  const CommandCase cases[] = {
+      {"xy", "xy.csv", {}, 0, "out.png"},
+      {"xy", "xy.csv", {"--x", "a", "--y", "B", "--y", "1"}, 0, "out.png"},
+      {"xy", "xy.csv", {"--x", "t", "--x", "a", "--y", "a", "--y", "b"}, 0, "out.png"},
+      {"xy", "xy.csv", {"--zoom", "0.5:1.5", "--zoom-y", "-1:9"}, 0, "out.png"},
+      {"xy", "xy.csv", {"--zoom", "1.5:0.5"}, 2, "'1.5:0.5' is not a range"},
+      {"xy", "xy.csv", {"--zoom", "5:6"}, 2, "5:6 lies outside the data"},
+      {"xy", "xy.csv", {"--x", "t", "--x", "a", "--y", "a"}, 2, "--x: one column"},
+      {"xy", "xy.csv", {"--y", "note"}, 2, "xy.csv:2: note: 'x' is not a number"},
+      {"xy",
+       "xy.csv",
+       {"--y", "c"},
+       2,
+       "xy.csv: has no column 'c'; its columns are: t, a, b, note"},
+      {"xy", "none.csv", {}, 2, "none.csv: No such file"},
+      {"calibration",
+       "standards.csv",
+       {"--band", "0.95"},
+       0,
+       "A: response = 2 + 10 x amount, r2 1.000000"},
+      {"calibration",
+       "standards.csv",
+       {"--component", "B", "--swap"},
+       0,
+       "B: response = 3 + 2 x amount"},
+      {"calibration",
+       "standards.csv",
+       {"--through-origin", "--weights", "1/x2", "--axes", "zero"},
+       0,
+       "A: response = 0 + 11.16666667 x amount"},
+      {"calibration", "standards.csv", {"--component", "C"}, 2, "has no component 'C'"},
+      {"calibration",
+       "standards.csv",
+       {"--component", "B", "--fit", "quadratic"},
+       2,
+       "standards.csv: B: "},
+      {"calibration", "standards.csv", {"--band", "2"}, 2, "--band"},
+      {"calibration", "odd.csv", {}, 2, "odd.csv:2: excluded: 'maybe' is neither yes nor no"},
+  };
+  for (const CommandCase& c : cases) {
+    EXPECT_EQ(Run(c.command, File(c.file), c.options), c.status) << c.said;
+    EXPECT_NE(said.find(c.said), std::string::npos) << "wanted: " << c.said << "\ngot: " << said;
+  }
+}
+
+// Least squares of measured standards, from the folder's own description.
+TEST_F(PlotCommands, MeasuredStandards) {
+  const char* data = std::getenv("ELUGRAPH_DATA");
+  if (data == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured runs";
+  struct {
+    double intercept, slope, rSquared;
+    int freedom;
+    bool found = false;
+  } fits[] = {{-1.614413, 1.545989, 0.992115, 22},
+              {2.92381, 1.981714, 0.992647, 28},
+              {2480.867, 9661.939, 0.984869, 8}};
+  for (const auto& file : fs::recursive_directory_iterator(data)) {
+    if (file.path().extension() != ".csv" || file.file_size() > 4096) continue;
+    if (Run("calibration", file.path().string(), {"--band", "0.95"}) != app::kDone) continue;
+    double intercept = 0, slope = 0, rSquared = 0, deviation = 0;
+    int freedom = 0;
+    const std::size_t minus = said.find("= - ");  // as a number
+    if (minus != std::string::npos) said.replace(minus, 4, "= -");
+    std::sscanf(said.c_str() + said.find("response = "),
+                "response = %lf + %lf x amount, r2 %lf, residual deviation %lf, %d", &intercept,
+                &slope, &rSquared, &deviation, &freedom);
+    for (auto& fit : fits) {
+      const auto same = [](double a, double b) { return std::abs(a - b) <= 1e-6 * std::abs(b); };
+      fit.found = fit.found || (same(intercept, fit.intercept) && same(slope, fit.slope) &&
+                                same(rSquared, fit.rSquared) && freedom == fit.freedom);
+    }
+  }
+  for (const auto& fit : fits) EXPECT_TRUE(fit.found) << fit.slope;
+}
+
+}  // namespace
