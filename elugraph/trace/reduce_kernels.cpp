@@ -73,8 +73,9 @@ ELUGRAPH_BODY std::size_t LeadingBelowBody(const WORD* entries, std::size_t coun
                                                std::uint32_t& sum) {                              \
       return LeadingBelowBody(e, n, limit, sum);                                                  \
     }                                                                                             \
-    static constexpr ReduceKernels kTable{Range, SignedSum, UnsignedSum, LeadingNegatives,        \
-                                          LeadingBelow};                                          \
+    static constexpr ReduceKernels Named(const char* name) {                                      \
+      return {name, Range, SignedSum, UnsignedSum, LeadingNegatives, LeadingBelow};               \
+    }                                                                                             \
   }
 
 ELUGRAPH_KERNELS(PlainSet, );
@@ -83,21 +84,32 @@ ELUGRAPH_KERNELS(PlainSet, );
 ELUGRAPH_KERNELS(Avx2Set, [[gnu::target("avx2")]]);
 ELUGRAPH_KERNELS(Avx512Set, [[gnu::target("avx512f,avx512bw,avx512vl")]]);
 
-const ReduceKernels& FastestSet() {
+// A machine that runs one of these sets runs those behind it.
+constexpr ReduceKernels kSets[] = {Avx512Set::Named("avx512"), Avx2Set::Named("avx2"),
+                                   PlainSet::Named("plain")};
+
+std::size_t FirstRunnable() {
   __builtin_cpu_init();
   if (__builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
       __builtin_cpu_supports("avx512vl")) {
-    return Avx512Set::kTable;
+    return 0;
   }
-  return __builtin_cpu_supports("avx2") ? Avx2Set::kTable : PlainSet::kTable;
+  return __builtin_cpu_supports("avx2") ? 1 : 2;
 }
 #else
-const ReduceKernels& FastestSet() { return PlainSet::kTable; }
+constexpr ReduceKernels kSets[] = {PlainSet::Named("plain")};
+
+std::size_t FirstRunnable() { return 0; }
 #endif
 
 }  // namespace
 
+std::span<const ReduceKernels> RunnableKernels() {
+  static const std::size_t first = FirstRunnable();
+  return std::span(kSets).subspan(first);
+}
+
 const ReduceKernels& Kernels() {
-  static const ReduceKernels& fastest = FastestSet();
+  static const ReduceKernels& fastest = RunnableKernels().front();
   return fastest;
 }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "platform/gfx/types.h"
 
@@ -16,6 +17,7 @@ struct SampleRange {
 
 // The loops for one instruction set.
 struct ReduceKernels {
+  const char* name;
   // `count` ≥ 1.
   SampleRange (*range)(const LONG* samples, std::size_t count);
   // No sum of fewer than 2^31 samples overflows.
@@ -30,5 +32,8 @@ struct ReduceKernels {
                               std::uint32_t& sum);
 };
 
-// The fastest set that this machine runs.
+// The sets that this machine runs, the fastest first; never empty.
+std::span<const ReduceKernels> RunnableKernels();
+
+// The fastest set.
 const ReduceKernels& Kernels();
