@@ -67,7 +67,7 @@ ui::DialogTemplate MapForm() {
 }
 
 ui::DialogTemplate PaletteForm() {
-  ui::DialogTemplate form = Form("Choose a colour", kFixed, 312, 320);
+  ui::DialogTemplate form = Form("Choose a colour", kFixed, 312, 330);
   form.controls.push_back(
       {RegisteredGridClass(), "", kGridId, WS_TABSTOP | WS_GROUP, 14, 14, 284, 228});
   form.controls.push_back({RegisteredPatchClass(), "", kPatchId, 0, 14, 250, 88, 22});

@@ -4,7 +4,7 @@
 
 namespace ui {
 
-Desk::Desk() { AddBuiltinClasses(*this); }
+Desk::Desk() : cursor(LoadCursorA(nullptr, IDC_ARROW)) { AddBuiltinClasses(*this); }
 
 Desk& TheDesk() {
   static Desk* const desk = new Desk;

@@ -186,8 +186,11 @@ void Activate(HWND top);
 void Deactivate();
 // Its owner, or the topmost window that takes input.
 void ActivateAnother(HWND notThis);
-// Takes focus, capture and hover away from a window and its children, before it ends or hides.
+// Takes focus, capture and hover away from a window and its children, with their messages.
 void Forsake(HWND window);
+// The window has had its last message.
+void Forget(HWND window);
+void SetUnder(HWND window);
 void RefreshFocus();
 void HandleInput(const Input& input);
 

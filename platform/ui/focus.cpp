@@ -16,12 +16,18 @@ void MoveFocus(HWND to) {
   if (desk.focus == to) SendMessageA(to, WM_SETFOCUS, reinterpret_cast<WPARAM>(from), 0);
 }
 
+// Nobody has the focus; its top-level window remembers who had it.
+void LeaveFocus() {
+  const HWND focus = TheDesk().focus;
+  if (const WindowRef root = WindowOf(RootOf(focus))) root->focusKept = focus;
+  MoveFocus(nullptr);
+}
+
 void SetActive(HWND top) {
   Desk& desk = TheDesk();
   const HWND from = desk.active;
   if (from == top) return;
-  if (const WindowRef before = WindowOf(from)) before->focusKept = desk.focus;
-  MoveFocus(nullptr);
+  LeaveFocus();
   desk.active = top;
   SendMessageA(from, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(top));
   if (desk.active == top) {
@@ -57,20 +63,32 @@ void Deactivate() {
 }
 
 void ActivateAnother(HWND notThis) {
-  const HWND owner = GetParent(notThis);
-  if (owner != nullptr && MayBeActive(owner)) return SetActive(owner);
-  const std::vector<HWND> tops = TheDesk().tops;
-  for (auto each = tops.rbegin(); each != tops.rend(); ++each) {
-    if (*each != notThis && MayBeActive(*each)) return SetActive(*each);
+  HWND next = GetParent(notThis);
+  if (!MayBeActive(next)) {
+    const std::vector<HWND>& tops = TheDesk().tops;
+    const auto other = std::find_if(tops.rbegin(), tops.rend(), [notThis](HWND each) {
+      return each != notThis && MayBeActive(each);
+    });
+    next = other != tops.rend() ? *other : nullptr;
   }
-  SetActive(nullptr);
+  SetActive(next);
+  // The desktop may have left its keyboard with the window that is gone.
+  if (TheDesk().front != nullptr && IsWindow(next)) TheDesk().front->Raised(next);
 }
 
 void Forsake(HWND window) {
   Desk& desk = TheDesk();
   if (Within(window, desk.capture)) ReleaseCapture();
-  if (Within(window, desk.under)) desk.under = nullptr;
-  if (Within(window, desk.focus)) MoveFocus(nullptr);
+  if (Within(window, desk.under)) SetUnder(nullptr);
+  if (Within(window, desk.focus)) LeaveFocus();
+}
+
+void Forget(HWND window) {
+  Desk& desk = TheDesk();
+  if (desk.capture == window && desk.front != nullptr) desk.front->CaptureChanged(false);
+  for (HWND* held : {&desk.capture, &desk.under, &desk.focus, &desk.active}) {
+    if (*held == window) *held = nullptr;
+  }
 }
 
 // The focus of a window that became active: what it had before, the first control of a dialog, or

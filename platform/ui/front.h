@@ -36,7 +36,7 @@ class Front {
   virtual void Gone(HWND) {}
   virtual void Placed(HWND) {}   // the program moved or resized it
   virtual void Renamed(HWND) {}  // its text changed
-  virtual void Raised(HWND) {}
+  virtual void Raised(HWND) {}   // to the front, with the keyboard
   // `dirty` of the window's picture has changed.
   virtual void Present(HWND, const gfx::Surface&, const RECT&) {}
   virtual void CursorChanged(HCURSOR) {}

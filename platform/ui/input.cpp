@@ -26,11 +26,6 @@ WPARAM MouseKeys() {
   return keys;
 }
 
-void SetUnder(HWND window) {
-  const HWND before = std::exchange(TheDesk().under, window);
-  if (before != window) SendMessageA(before, WM_MOUSELEAVE, 0, 0);
-}
-
 struct ButtonMessages {
   UINT down, up;
   WPARAM flag;
@@ -126,6 +121,11 @@ void HandleActivate(const Input& input) {
 }
 
 }  // namespace
+
+void SetUnder(HWND window) {
+  const HWND before = std::exchange(TheDesk().under, window);
+  if (before != window) SendMessageA(before, WM_MOUSELEAVE, 0, 0);
+}
 
 LPARAM PositionParam(POINT at) {
   const auto limited = [](LONG value) { return std::clamp<LONG>(value, INT16_MIN, INT16_MAX); };

@@ -72,7 +72,7 @@ void Finish(const WindowRef& window) {
   const HWND self = window->Self();
   SendMessageA(self, WM_NCDESTROY, 0, 0);
   DropQueuesOf(self);
-  Forsake(self);
+  Forget(self);
   if (window->IsTop() && TheDesk().front != nullptr) TheDesk().front->Gone(self);
   Unlink(*window);
   if (window->dialog && window->dialog->font != nullptr) DeleteObject(window->dialog->font);
@@ -87,6 +87,7 @@ void End(const WindowRef& window) {
   for (HWND each : owned) DestroyWindow(each);
   FinishDialog(*window, IDCANCEL);
   ShowWindow(self, SW_HIDE);
+  Forsake(self);
   SendMessageA(self, WM_DESTROY, 0, 0);
   const std::vector<HWND> children = window->children;
   for (HWND each : children) {

@@ -210,6 +210,8 @@ TEST_F(Dialogs, OwnerDrawnButtonsGetTheBrushAndTheItem) {
 
 TEST_F(Dialogs, ResultsComeOnceAndTheOwnerWaits) {
   const HWND owner = Top("owner");
+  const HWND focus = Child("focus", owner, {9, 9, 20, 20});
+  SetFocus(focus);
   LONG_PTR result = 0;
   int calls = 0;
   bool existed = false;
@@ -232,6 +234,7 @@ TEST_F(Dialogs, ResultsComeOnceAndTheOwnerWaits) {
   EXPECT_EQ(calls, 0);
   EXPECT_FALSE(IsWindowVisible(dialog));
   EXPECT_EQ(GetActiveWindow(), owner);
+  EXPECT_EQ(GetFocus(), focus);
   desk.RunUntilIdle();
   EXPECT_EQ(calls, 1);
   EXPECT_EQ(result, 11);
