@@ -177,7 +177,7 @@ TEST(Rectangles, OfEverySmallSizeAndAtTheLimits) {
 }
 
 TEST(Clips, ShowJustTheirPartOfThePicture) {
-  for (unsigned i = 0; i < 5000; ++i) {
+  for (unsigned i = 0; i < 3000; ++i) {
     RandomShapes one(i), same(i);
     const RECT clip = one.Box();
     same.Box();

@@ -129,12 +129,14 @@ bool IsInstalled(FcChar32 code) {
   FcPatternAddCharSet(pattern, FC_CHARSET, characters);
   FcPatternAddBool(pattern, FC_SCALABLE, FcTrue);
   FcObjectSet* fields = FcObjectSetBuild(FC_FILE, nullptr);
-  FcFontSet* fonts = FcFontList(nullptr, pattern, fields);
+  FcConfig* config = FcInitLoadConfigAndFonts();
+  FcFontSet* fonts = FcFontList(config, pattern, fields);
   const bool any = fonts->nfont > 0;
   FcFontSetDestroy(fonts);
   FcObjectSetDestroy(fields);
   FcPatternDestroy(pattern);
   FcCharSetDestroy(characters);
+  FcConfigDestroy(config);
   return any;
 }
 
