@@ -78,7 +78,7 @@ int SavePicture(const gfx::Surface& surface, const OutputOptions& options,
   std::string error;
   const std::string path = OutputPath(options.path, inputs, stem, error);
   if (path.empty()) return Fail(error);
-  if (!gfx::SavePng(surface, path, error)) return Fail(path + ": " + error);
+  if (!gfx::SavePng(surface, path, error)) return Fail(error);
   for (const std::string& note : notes) std::printf("note: %s\n", note.c_str());
   std::printf("%s\n", path.c_str());
   return kDone;
