@@ -31,7 +31,7 @@ int Format(PrintBufferBase& buffer, const char* format, va_list arguments) {
   char draft[600];
   int length = format != nullptr ? std::vsnprintf(draft, sizeof draft, format, arguments) : -1;
   char* grown = nullptr;
-  if (length >= buffer.capacity) {
+  if (length >= std::min(buffer.capacity, static_cast<int>(sizeof draft))) {
     const std::size_t needed = static_cast<std::size_t>(length) + 1;
     grown = static_cast<char*>(std::malloc(needed));
     if (grown != nullptr) {
@@ -44,11 +44,14 @@ int Format(PrintBufferBase& buffer, const char* format, va_list arguments) {
 
   char* room = Room(buffer);
   if (buffer.text != nullptr && buffer.text != room) std::free(buffer.text);
-  buffer.text = grown != nullptr ? grown : room;
   buffer.length = std::max(length, 0);
-  if (grown == nullptr) {
-    std::memcpy(room, draft, static_cast<std::size_t>(buffer.length));
+  if (buffer.length < buffer.capacity) {
+    std::memcpy(room, grown != nullptr ? grown : draft, static_cast<std::size_t>(buffer.length));
     room[buffer.length] = '\0';
+    std::free(grown);
+    buffer.text = room;
+  } else {
+    buffer.text = grown;
   }
   return buffer.length;
 }

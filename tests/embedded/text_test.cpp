@@ -42,6 +42,17 @@ TEST(PrintBuffer, GrowsShrinksAndTakesItsOwnText) {
   EXPECT_EQ(std::string(buffer.text).substr(0, 8), "xxx+xxx+");
 }
 
+// A buffer with more room than its draft read beyond the draft.
+TEST(PrintBuffer, HoldsLongTextInALargeRoom) {
+  PrintBuffer<2000> buffer;
+  for (const std::size_t letters : {599U, 600U, 1999U}) {
+    const std::string text(letters, 'y');
+    EXPECT_EQ(sprintf(buffer, "%s", text.c_str()), static_cast<int>(letters));
+    EXPECT_EQ(buffer.text, text);
+    EXPECT_EQ(static_cast<const void*>(buffer.text), &buffer.length + 1) << "in its own room";
+  }
+}
+
 class Diagnostics : public testing::Test {
  protected:
   void SetUp() override {
