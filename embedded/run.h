@@ -85,7 +85,7 @@ struct ReleaseRun {
 // Holds one reference.
 using RunRef = std::unique_ptr<Run, ReleaseRun>;
 
-// Builds a run. On failure null, and `fault` names the channel and the cause.
+// Builds a run. On failure null, and `fault` names the channel and the cause; else it is empty.
 RunRef MakeRun(const RunData& data, std::string& fault);
 
 class Run final : public chromatogram {

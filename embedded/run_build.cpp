@@ -118,6 +118,7 @@ std::optional<Regular> FindRegular(std::span<const double> timesSec) {
 }
 
 RunRef MakeRun(const RunData& data, std::string& fault) {
+  fault.clear();
   RunRef run(new Run);
   // Offset: the earliest start of a detector channel that has samples, or will have some.
   double startMs = std::numeric_limits<double>::infinity();

@@ -173,6 +173,9 @@ TEST(MakeRun, ReportsTheChannelAndTheCause) {
     EXPECT_EQ(MakeRun(data, fault), nullptr) << cause;
     EXPECT_EQ(fault.substr(0, 11), "channel 2: ") << fault;
     EXPECT_NE(fault.find(cause), std::string::npos) << fault;
+    data.channels.pop_back();
+    EXPECT_NE(MakeRun(data, fault), nullptr) << "an older fault is none of this run's";
+    EXPECT_EQ(fault, "");
   }
 }
 
