@@ -1,6 +1,10 @@
 // Texts, print buffers and diagnostics.
 #include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <csignal>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -85,6 +89,23 @@ TEST_F(Diagnostics, BreaksAreCountedAndGoOn) {
   int3call();
   int3call();
   EXPECT_EQ(embedded::Int3Count(), before + 2);
+}
+
+TEST_F(Diagnostics, BreaksStopUnderADebugger) {
+  const pid_t traced = fork();
+  if (traced == 0) {
+    if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(1);
+    int3call();
+    _exit(7);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(traced, &status, 0), traced);
+  if (WIFEXITED(status) && WEXITSTATUS(status) == 1) GTEST_SKIP() << "no tracing is allowed here";
+  ASSERT_TRUE(WIFSTOPPED(status) && WSTOPSIG(status) == SIGTRAP) << status;
+  // Handed on, as by a tracer that does not take the signal for its own.
+  ASSERT_EQ(ptrace(PTRACE_CONT, traced, nullptr, SIGTRAP), 0);
+  ASSERT_EQ(waitpid(traced, &status, 0), traced);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7) << status;
 }
 
 }  // namespace
