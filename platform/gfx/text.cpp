@@ -1,8 +1,7 @@
-#include <cmath>
-#include <numbers>
 #include <string_view>
 
 #include "platform/gfx/device_context.h"
+#include "platform/gfx/turn.h"
 
 namespace {
 
@@ -40,43 +39,15 @@ UINT DriverAlign(UINT align) {
   return horizontal | vertical;
 }
 
-// The end of a line of `width` units that starts at `from`, at `tenths` of a degree
-// counter-clockwise. Right angles are exact, others rounded to the nearest unit.
-POINT Advance(POINT from, std::int64_t width, LONG tenths, bool yUp) {
-  double x = 0;
-  double y = 0;
-  const LONG turn = ((tenths % 3600) + 3600) % 3600;
-  switch (turn) {
-    case 0:
-      x = 1;
-      break;
-    case 900:
-      y = 1;
-      break;
-    case 1800:
-      x = -1;
-      break;
-    case 2700:
-      y = -1;
-      break;
-    default: {
-      const double angle = turn * std::numbers::pi / 1800;
-      x = std::cos(angle);
-      y = std::sin(angle);
-    }
-  }
-  const double length = static_cast<double>(width);
-  const std::int64_t dx = std::llround(x * length);
-  const std::int64_t dy = std::llround(y * length);
-  return {gfx::Saturate(from.x + dx), gfx::Saturate(from.y + (yUp ? dy : -dy))};
-}
-
 void UpdatePosition(DeviceContext& context, std::string_view text, UINT align) {
   if ((align & TA_CENTER) == TA_CENTER) return;
   const std::int64_t width = LogicalExtent(context, text).cx;
   gfx::ContextState& state = context.state;
-  state.position = Advance(state.position, (align & TA_RIGHT) != 0 ? -width : width,
-                           state.font->font.lfEscapement, state.mapping.mode == MM_TWIPS);
+  const bool yUp = state.mapping.mode == MM_TWIPS;
+  const LONG tenths = state.font->font.lfEscapement % 3600;
+  state.position = gfx::MovePoint(
+      state.position,
+      gfx::Turn(yUp ? -tenths : tenths).Apply((align & TA_RIGHT) != 0 ? -width : width, 0));
 }
 
 }  // namespace
