@@ -114,7 +114,7 @@ Pen DeviceContext::CurrentPen() const {
   const LOGPEN& pen = state.pen->pen;
   const LONG width = std::max(pen.lopnWidth.x, LONG{0});
   return {static_cast<int>(pen.lopnStyle), state.mapping.LengthToDevice(width),
-          Plain(pen.lopnColor)};
+          Plain(pen.lopnColor), state.bkMode, Plain(state.bkColor)};
 }
 
 Brush DeviceContext::CurrentBrush() const { return Resolve(*state.brush); }

@@ -17,6 +17,8 @@ struct Pen {
   int style;  // PS_SOLID … PS_INSIDEFRAME
   int width;
   COLORREF color;
+  int bkMode = TRANSPARENT;  // OPAQUE: the gaps between dashes are drawn in bkColor
+  COLORREF bkColor = 0;
 };
 
 struct Brush {

@@ -224,7 +224,8 @@ BOOL DPtoLP(HDC hdc, POINT* points, int count);
 
 // Each Set… returns the previous value. For a bad handle the mode is 0, colours are CLR_INVALID and
 // the alignment is GDI_ERROR. Modes other than TRANSPARENT and OPAQUE are refused (0). Of colours
-// the lower 24 bits count; of alignments the TA_ bits.
+// the lower 24 bits count; of alignments the TA_ bits. With OPAQUE, texts get a ground of the
+// background colour, and the gaps of dashed lines one pixel wide too.
 int SetBkMode(HDC hdc, int mode);
 COLORREF SetBkColor(HDC hdc, COLORREF color);
 COLORREF GetBkColor(HDC hdc);

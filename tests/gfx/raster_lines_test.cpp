@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/gfx/context.h"
 #include "tests/gfx/raster_fixture.h"
 
 namespace {
@@ -79,6 +80,34 @@ TEST_P(CosmeticLines, FollowTheRuleInEveryPixelAndKeepTheDashesGoing) {
   EXPECT_GT(visible, 500);
 }
 INSTANTIATE_TEST_SUITE_P(Reaches, CosmeticLines, testing::Values(80, 5000, 1 << 20, 2147483647));
+
+TEST(DashGaps, ShowTheBackgroundColourInOpaqueMode) {
+  for (const int mode : {OPAQUE, TRANSPARENT}) {
+    const COLORREF gap = mode == OPAQUE ? kPaint : kWhite;
+    Picture got;
+    HDC hdc = gfx::CreateRasterContext(got.surface, gfx::BuiltinText());
+    HPEN pen = CreatePen(PS_DASH, 0, kInk);
+    SelectObject(hdc, pen);
+    SetBkColor(hdc, kPaint);
+    SetBkMode(hdc, mode);
+    MoveToEx(hdc, 0, 1, nullptr);
+    LineTo(hdc, 20, 1);
+    DeleteDC(hdc);
+    DeleteObject(pen);
+    for (int x = 0; x < 21; ++x) {
+      EXPECT_EQ(got.surface.Pixel(x, 1), x == 20 ? kWhite : x / 12 == 1 && x < 17 ? gap : kInk);
+    }
+  }
+  Picture dashed, solid;
+  dashed.driver->Ellipse({3, 3, 60, 40}, {PS_DOT, 1, kInk, OPAQUE, kPaint}, kHollow, nullptr);
+  solid.driver->Ellipse({3, 3, 60, 40}, InkPen(), kHollow, nullptr);
+  EXPECT_NE(BoxOf(dashed.surface, kPaint).right, 0);
+  for (int i = 0; i < 64 * 48; ++i) {
+    std::uint32_t& pixel = dashed.surface.Row(i / 64)[i % 64];
+    if (pixel == gfx::PixelOf(kPaint)) pixel = gfx::PixelOf(kInk);
+  }
+  EXPECT_TRUE(SamePixels(dashed.surface, solid.surface));
+}
 
 // The rule of wide lines: doubled coordinates, the disc's centre half a pixel up and left for even
 // widths.

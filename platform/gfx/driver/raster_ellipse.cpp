@@ -94,8 +94,8 @@ void OutlineEllipse(const Canvas& canvas, const Bounds& box, const Stroke& strok
     if (!stroke.Dashed()) return canvas.Span(row, first, end, stroke.Pixel());
     end = std::min(end, canvas.Right());
     for (std::int64_t x = std::max(first, canvas.Left()); x < end; ++x) {
-      const auto distance = static_cast<std::uint64_t>(rows.ColumnDistance(x) / 2 + depth);
-      if (stroke.OnAt(distance)) canvas.Row(row)[x] = stroke.Pixel();
+      stroke.Paint(canvas.Row(row)[x],
+                   static_cast<std::uint64_t>(rows.ColumnDistance(x) / 2 + depth));
     }
   };
   ForRows(canvas, rows.Box(), [&](std::int64_t row) {

@@ -65,7 +65,9 @@ struct Rounding {
 
 Stroke::Stroke(const Pen& pen)
     : width_(pen.style == PS_NULL ? 0 : std::clamp(pen.width, 1, kMaxPenWidth)),
-      pixel_(PixelOf(pen.color)) {
+      pixel_(PixelOf(pen.color)),
+      fillsGaps_(pen.bkMode == OPAQUE),
+      gapPixel_(PixelOf(pen.bkColor)) {
   if (width_ == 1) {
     const DashPattern dashes = PatternOf(pen.style);
     pattern_ = dashes.on;
@@ -77,10 +79,6 @@ Stroke::Stroke(const Pen& pen)
           IntegerRoot(static_cast<std::uint64_t>(width_) * width_ - row * row));
     }
   }
-}
-
-bool Stroke::OnAt(std::uint64_t distance) const {
-  return !Dashed() || (pattern_ >> ((phase_ + distance) % period_) & 1) != 0;
 }
 
 void Stroke::Polyline(const Canvas& canvas, const POINT* points, int count, bool closed) {
@@ -103,8 +101,12 @@ void Stroke::Steps(const Canvas& canvas, std::ptrdiff_t place, std::ptrdiff_t ma
                    std::int64_t majorLength, std::int64_t count, std::uint64_t phase) const {
   std::uint32_t* const pixels = canvas.Row(0);
   for (; count > 0; --count) {
-    if (!dashed || (pattern_ >> phase & 1) != 0) pixels[place] = pixel_;
-    if (dashed && ++phase == period_) phase = 0;
+    if (dashed) {
+      PaintInPeriod(pixels[place], phase);
+      if (++phase == period_) phase = 0;
+    } else {
+      pixels[place] = pixel_;
+    }
     place += majorStep;
     error += minorLength;
     if (error >= 0) {

@@ -7,7 +7,8 @@
 //
 // Dashes, in pixels along the longer axis, on and off in turn: PS_DASH 12 5, PS_DOT 1 2,
 // PS_DASHDOT 10 4 2 4, PS_DASHDOTDOT 10 4 2 4 2 4. The pattern goes on along the segments of one
-// polyline or outline, whether they are visible or not. What is off stays as it was.
+// polyline or outline, whether they are visible or not. What is off stays as it was, or gets the
+// pen's background colour where its background mode is opaque.
 //
 // Wide lines (width 2 and more): every pixel whose centre is at most width / 2 away from the line
 // through the pixel centres, both ends included: a disc of that diameter swept along. With even
@@ -35,8 +36,10 @@ class Stroke {
   bool Dashed() const { return period_ != 0; }
   int Width() const { return width_; }
   std::uint32_t Pixel() const { return pixel_; }
-  // Whether the dash pattern is on `distance` pixels after its present place.
-  bool OnAt(std::uint64_t distance) const;
+  // Paints one pixel, `distance` pixels after the present place in the dash pattern.
+  void Paint(std::uint32_t& pixel, std::uint64_t distance) const {
+    PaintInPeriod(pixel, Dashed() ? (phase_ + distance) % period_ : 0);
+  }
 
   // One segment; cosmetic: without its last point. Moves on in the dash pattern.
   void Line(const Canvas& canvas, POINT from, POINT to);
@@ -53,9 +56,18 @@ class Stroke {
              std::int64_t majorLength, std::int64_t count, std::uint64_t phase) const;
   void Capsule(const Canvas& canvas, POINT from, POINT to) const;
   std::int64_t DiscHalf(std::int64_t row) const;
+  void PaintInPeriod(std::uint32_t& pixel, std::uint64_t place) const {
+    if (!Dashed() || (pattern_ >> place & 1) != 0) {
+      pixel = pixel_;
+    } else if (fillsGaps_) {
+      pixel = gapPixel_;
+    }
+  }
 
   int width_;  // 0: paints nothing
   std::uint32_t pixel_;
+  bool fillsGaps_;
+  std::uint32_t gapPixel_;
   std::uint64_t pattern_ = 0;  // bit i: on in pixel i of the period
   unsigned period_ = 0;        // 0: solid
   std::uint64_t phase_ = 0;    // place in the period

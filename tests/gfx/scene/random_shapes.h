@@ -52,7 +52,8 @@ class RandomShapes {
   gfx::Pen Pen() {
     const LONG style = any_(PS_SOLID, PS_INSIDEFRAME), kind = any_(0, 9);
     const LONG width = kind == 0 ? any_(0, 2000000000) : kind < 5 ? any_(2, 15) : any_(0, 1);
-    return {style, width, Color()};
+    const COLORREF color = Color();
+    return {style, width, color, any_(TRANSPARENT, OPAQUE), Color()};
   }
   gfx::Brush Brush() {
     const bool hollow = any_(0, 3) == 0;
