@@ -17,26 +17,26 @@ TEST_F(ChromView, Layout) {
   view.zeroFraction = 0.1;
   for (const char* name : {"a", "b", "c"}) AddChannel(name, {1});
   render.scalewindow();
-  EXPECT_EQ(view.plotBottom, 380);
-  EXPECT_EQ(view.plotHeight, 350);
-  EXPECT_EQ(view.unitsPerPixel, 2.0);
-  EXPECT_EQ(view.timePerPixel, 25.0 / 800);
+  EXPECT_EQ(+view.plotBottom, 380);
+  EXPECT_EQ(+view.plotHeight, 350);
+  EXPECT_EQ(+view.unitsPerPixel, 2.0);
+  EXPECT_EQ(+view.timePerPixel, 25.0 / 800);
   EXPECT_DOUBLE_EQ(view.channelStep * 350, 15) << "one text line";
   for (const auto& [channel, y] : {std::pair{2, 345}, {1, 330}, {0, 315}, {4, 315}}) {
     EXPECT_EQ(render.getoffset(channel), y);
   }
   view.flags = THoldWindow::kSignalStrip;
   render.scalewindow();
-  EXPECT_EQ(view.x0, 70);
-  EXPECT_EQ(render.rightReserve, 70);
+  EXPECT_EQ(+view.x0, 70);
+  EXPECT_EQ(+render.rightReserve, 70);
   EXPECT_EQ(render.xpost(0.0), 70);
   EXPECT_EQ(render.xpost(25.0), 730);
 
   view.t1 = view.t0;
   view.fullScale = 0;
   render.scalewindow();
-  EXPECT_EQ(view.timePerPixel, 1.0);
-  EXPECT_EQ(view.unitsPerPixel, 1.0);
+  EXPECT_EQ(+view.timePerPixel, 1.0);
+  EXPECT_EQ(+view.unitsPerPixel, 1.0);
   EXPECT_EQ(render.xpost(0.5), 71) << "half a pixel goes up";
   EXPECT_EQ(render.xpost(-1.5), 69);
   view.timePerPixel = 0;
@@ -51,9 +51,9 @@ TEST_F(ChromView, FontsOfAPrintout) {
   const HFONT big = CreateFontIndirectA(&logical);
   render.SetFonts(big, nullptr);
   render.setFontSizeW(nullptr);  // by the fonts' own heights
-  EXPECT_EQ(render.charHeight, 240);
-  EXPECT_NEAR(render.charWidth, 120, 60);
-  EXPECT_EQ(render.labelCharWidth, 6) << "what cannot be measured keeps its value";
+  EXPECT_EQ(+render.charHeight, 240);
+  EXPECT_NEAR(+render.charWidth, 120, 60);
+  EXPECT_EQ(+render.labelCharWidth, 6) << "what cannot be measured keeps its value";
   DeleteObject(big);
 }
 
@@ -103,7 +103,7 @@ TEST_F(ChromView, FullScaleFitsSamplesAndLabels) {
     render.scalewindow();
     other_host::Calls().clear();
     render.ysetfull(hdc);
-    EXPECT_NEAR(view.fullScale, c.fullScale, 1e-9);
+    EXPECT_NEAR(+view.fullScale, c.fullScale, 1e-9);
     EXPECT_EQ(other_host::Calls(), Strings{c.zeroCall});
   }
 }
@@ -116,7 +116,7 @@ TEST_F(ChromView, FitShrinksAStackThatLeavesNoRoom) {
   // 19 steps of a text line would take 228 of 260 pixels; a third is theirs.
   EXPECT_GT(render.getoffset(0), 2 * 260 / 3 + 24);
   EXPECT_GT(view.channelStep * 1.1 * 19 * 260, 260.0 / 3 - 1);
-  EXPECT_NEAR(view.fullScale, 400.0 * 260 / (render.getoffset(0) - 24), 1e-9);
+  EXPECT_NEAR(+view.fullScale, 400.0 * 260 / (render.getoffset(0) - 24), 1e-9);
   for (const double step : {kNaN, kInf}) {
     view.channelStep = step;
     render.SetSize(10, 20);  // no plot at all
@@ -141,8 +141,8 @@ TEST_F(ChromView, AuxiliaryRangeAndScale) {
     view.flags = c.strip ? THoldWindow::kSignalStrip : 0;
     render.scalewindow();
     render.ysetfull(hdc);
-    EXPECT_EQ(view.auxMin, c.min) << c.samples[0];
-    EXPECT_EQ(view.auxMax, c.max) << c.samples[0];
+    EXPECT_EQ(+view.auxMin, c.min) << c.samples[0];
+    EXPECT_EQ(+view.auxMax, c.max) << c.samples[0];
   }
   const struct {
     double min, max;

@@ -58,8 +58,8 @@ TEST_F(ChromView, PathsAndMarks) {
       points += std::to_string(p.x) + "," + std::to_string(p.y) + " ";
     }
     EXPECT_EQ(points, c.points);
-    EXPECT_EQ(tested.lastDrawnIndex, c.markIndex);
-    EXPECT_EQ(tested.lastDrawnX, c.markX);
+    EXPECT_EQ(+tested.lastDrawnIndex, c.markIndex);
+    EXPECT_EQ(+tested.lastDrawnX, c.markX);
   }
 }
 
