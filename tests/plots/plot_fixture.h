@@ -4,8 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/gfx/context.h"
@@ -18,13 +22,30 @@ struct DrawnText {
   unsigned align;
 };
 
-// Every test must leave as many objects as it found.
+// The lines of a table in a raw string, without the empty one at the start.
+inline std::vector<std::string> LinesOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) {
+    if (!line.empty()) lines.push_back(line);
+  }
+  return lines;
+}
+
+// A text of tests/golden/plots.
+inline std::string GoldenText(const std::string& name) {
+  std::ifstream file(ELUGRAPH_SOURCE_DIR "/tests/golden/plots/" + name);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// Every test must leave as many objects as it found, and the context's states as deep.
 class PlotTest : public testing::Test {
  protected:
   PlotTest() : objects_(gfx::LiveObjects()), hdc_(gfx::CreateJournalContext(journal_)) {
     UseDigits(7, 14);
   }
   ~PlotTest() override {
+    EXPECT_EQ(SaveDC(hdc_), 1);
     DeleteDC(hdc_);
     DeleteObject(font_);
     EXPECT_EQ(gfx::LiveObjects(), objects_);
@@ -39,40 +60,43 @@ class PlotTest : public testing::Test {
     if (font_ != nullptr) DeleteObject(font_);
     font_ = font;
   }
-
   HDC hdc() const { return hdc_; }
   HFONT font() const { return font_; }
-  void Clear() { journal_.clear(); }
 
-  // The journal, or its lines that start with `kind`, without pen, font and clip.
-  std::string Drawn(const std::string& kind = "") const {
-    std::istringstream lines(journal_);
+  // Compares what was drawn since the last look with a golden text, or renews that
+  // (scripts/goldens).
+  void ExpectGolden(const std::string& name) {
+    const std::string drawn = Journal();
+    if (std::getenv("ELUGRAPH_RENEW_GOLDENS") != nullptr) {
+      std::ofstream(ELUGRAPH_SOURCE_DIR "/tests/golden/plots/" + name) << drawn;
+    }
+    EXPECT_EQ(drawn, GoldenText(name)) << name;
+  }
+  // What was drawn since the last look: in full; or the lines that start with `kind`, without pen,
+  // font and clip.
+  std::string Journal() { return std::exchange(journal_, ""); }
+  std::string Drawn(const std::string& kind = "") {
     std::string kept;
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : LinesOf(Journal())) {
       if (line.rfind(kind, 0) != 0) continue;
-      const std::size_t end = std::min(line.find(" pen="), line.find(" font="));
-      kept += line.substr(0, end) + "\n";
+      kept += "\n" + line.substr(0, std::min(line.find(" pen="), line.find(" font=")));
     }
     return kept;
   }
-  const std::string& Journal() const { return journal_; }
-
-  std::vector<DrawnText> Texts() const {
-    std::istringstream lines(journal_);
+  std::vector<DrawnText> Texts() {
     std::vector<DrawnText> texts;
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : LinesOf(Journal())) {
       DrawnText text{};
       if (std::sscanf(line.c_str(), "text %d,%d", &text.x, &text.y) != 2) continue;
-      const std::size_t open = line.find('"');
-      const std::size_t close = line.rfind("\" font=");
-      text.text = line.substr(open + 1, close - open - 1);
+      const std::size_t open = line.find('"') + 1;
+      text.text = line.substr(open, line.rfind("\" font=") - open);
       std::sscanf(line.c_str() + line.rfind(" align="), " align=%u", &text.align);
       texts.push_back(text);
     }
     return texts;
   }
   // All texts, one blank between two.
-  std::string Labels() const {
+  std::string Labels() {
     std::string joined;
     for (const DrawnText& text : Texts()) joined += (joined.empty() ? "" : " ") + text.text;
     return joined;
