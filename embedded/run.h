@@ -7,7 +7,7 @@
 // there (within half a millisecond) and is regular (see FindRegular) is equidistant in the records;
 // every other one gets a time table, whose entries are rounded to milliseconds. Peak marks stand at
 // sample index × sampling interval, counted from the run's first sample: PeakPlacementErrorSec()
-// tells how far that is from the samples' own times.
+// tells how far that is from the samples' own times, and MakeRegular helps where it is too far.
 //
 // Ownership: a Run owns everything its records point to, and is deleted with its last reference.
 // One thread at a time uses a Run; different Runs may be used by different threads.
@@ -77,6 +77,11 @@ struct Regular {
   double periodSec;
 };
 std::optional<Regular> FindRegular(std::span<const double> timesSec);
+// Replaces the samples of an irregular channel (`values` with `timesSec`) by linear interpolation
+// at regular times from the first one to the last, one median step apart, so that peak marks stand
+// where the samples lie. Returns the empty text or a fault, among them gaps that would make it more
+// than ten times as long; `data` is then unchanged.
+[[nodiscard]] std::string MakeRegular(ChannelData& data);
 
 class Run;
 struct ReleaseRun {

@@ -10,8 +10,6 @@
 namespace embedded {
 namespace {
 
-constexpr double kTableRoundingMs = 0.5;
-constexpr double kRegularTolerance = 0.05;  // of the period
 constexpr double kMaxMs = std::numeric_limits<LONG>::max();
 
 // The longest start of `text` of at most `room` bytes that ends between two UTF-8 characters.
@@ -103,19 +101,6 @@ std::string SampleCountFault(const ChannelData& data) {
 }
 
 }  // namespace
-
-std::optional<Regular> FindRegular(std::span<const double> timesSec) {
-  if (timesSec.size() < 2) return std::nullopt;
-  const double start = timesSec.front();
-  const double period = (timesSec.back() - start) / static_cast<double>(timesSec.size() - 1);
-  if (!(period > 0.0)) return std::nullopt;
-  const double tolerance = std::max(kTableRoundingMs / kMsPerSec, kRegularTolerance * period);
-  for (std::size_t i = 0; i < timesSec.size(); ++i) {
-    const double distance = timesSec[i] - (start + period * static_cast<double>(i));
-    if (!(std::fabs(distance) <= tolerance)) return std::nullopt;
-  }
-  return Regular{start, period};
-}
 
 RunRef MakeRun(const RunData& data, std::string& fault) {
   fault.clear();

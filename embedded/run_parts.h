@@ -10,6 +10,7 @@
 namespace embedded {
 
 inline constexpr double kMsPerSec = 1000.0;
+inline constexpr double kTableRoundingMs = 0.5;
 inline constexpr BYTE kAcquiring = 5;  // a record's state
 
 inline LONG RoundToMs(double ms) { return static_cast<LONG>(std::lround(ms)); }

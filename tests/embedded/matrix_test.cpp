@@ -38,17 +38,6 @@ TEST(Matrix, DividingTheIdentityInverts) {
   }
 }
 
-TEST(Matrix, SolvesSeveralColumns) {
-  TDoubleMatrix divisor(2, 2), right(2, 3);
-  divisor[0][0] = 0.0, divisor[0][1] = 2.0, divisor[1][0] = 4.0, divisor[1][1] = 1.0;
-  for (int c = 0; c < 3; ++c) right[0][c] = 2.0 * c, right[1][c] = 4.0 + c;
-  right /= divisor;  // x1 = c, x0 = 1
-  for (int c = 0; c < 3; ++c) {
-    EXPECT_NEAR(right[0][c], 1.0, 1e-14);
-    EXPECT_NEAR(right[1][c], c, 1e-14);
-  }
-}
-
 TEST(Matrix, RaisesWhatCannotBeDivided) {
   TDoubleMatrix left(2, 2), singular(2, 2), zero(2, 2), wide(2, 3), infinite(2, 2);
   singular[0][0] = 1.0, singular[0][1] = 2.0, singular[1][0] = 2.0, singular[1][1] = 4.0;

@@ -139,6 +139,26 @@ TEST(Timing, IrregularTimesGetATableAndJitterDoesNot) {
   EXPECT_EQ(run->ActualDuration(), 6.0);
 }
 
+TEST(Timing, MakeRegularKeepsWhatLiesOnStraightLines) {
+  ChannelData data;
+  data.timesSec = {-1.0, 0.0, 1.0, 1.0, 2.5, 7.0, 8.0, 9.0};
+  for (double time : data.timesSec) data.values.push_back(3.0 * time + 1.0);
+  ASSERT_EQ(MakeRegular(data), "");
+  EXPECT_EQ(data.values.size(), 11U);
+  for (std::size_t i = 0; i < data.values.size(); ++i) {
+    const double time = data.startSec + static_cast<double>(i) * data.periodSec;
+    EXPECT_NEAR(data.values[i], 3.0 * time + 1.0, 1e-12);
+  }
+  EXPECT_EQ(Make({data})->PeakPlacementErrorSec(0), 0.0);
+  for (const std::vector<double>& bad : std::vector<std::vector<double>>{
+           {0.0}, {0.0, 0.0}, {0.0, 2.0, 1.0}, {0.0, 1.0, 2.0, 3.0, 100.0}, {0.0, std::nan("")}}) {
+    ChannelData irregular = Signal(std::vector<double>(bad.size(), 1.0));
+    irregular.timesSec = bad;
+    EXPECT_NE(MakeRegular(irregular), "");
+    EXPECT_EQ(irregular.timesSec.size(), bad.size());
+  }
+}
+
 TEST(Timing, AuxiliaryChannelsAlwaysHaveATable) {
   const RunRef run = Make({Signal({1, 2, 3}, 10.0)}, {Signal({5, 6}, 12.0, 2.0)});
   const TChannel& aux = *run->auxChannels.At(0);

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <sstream>
 
 #include "elugraph/host/kernel.h"
@@ -95,6 +96,29 @@ INSTANTIATE_TEST_SUITE_P(
         ChangeCase{"Removed", "[s]\na=1\nb=2\n", "s", "a", nullptr, "[s]\nb=2\n"},
         ChangeCase{"RemovedWhereAbsent", "[s]\nb=2", "s", "a", nullptr, "[s]\nb=2"}),
     [](const auto& tested) { return tested.param.name; });
+
+// Whatever the text is: the changed entry reads back, and the other bytes are still there.
+TEST(IniText, ChangesOneEntryOfAnyText) {
+  std::mt19937 random(11);
+  const std::string alphabet = "[]=;# \t\r\n\n\"aAbB\xEF\xBB\xBF";
+  for (int round = 0; round < 20000; ++round) {
+    std::string text;
+    for (unsigned length = random() % 60; length > 0; --length) {
+      text += alphabet[random() % alphabet.size()];
+    }
+    const std::string section(1, "abAB"[random() % 4]), key(1, "abAB"[random() % 4]);
+    const std::optional<std::string> before = FindEntry(text, section, key);
+    const std::string value = random() % 2 != 0 ? " \"x " : "y=;z";
+    const std::string changed = ChangeEntry(text, section, key, value);
+    ASSERT_EQ(FindEntry(changed, section, key).value_or("lost"), value) << text;
+    if (!before) {
+      // An insertion: the old text without a gap in front and behind.
+      std::size_t same = 0;
+      while (same < text.size() && text[same] == changed[same]) ++same;
+      ASSERT_EQ(changed.substr(changed.size() - (text.size() - same)), text.substr(same)) << text;
+    }
+  }
+}
 
 TEST(IniText, RefusesWhatALineCannotHold) {
   EXPECT_EQ(EntryFault("CHROM_2D_COLORS", "COLOR00", "1 2;3=4 [x]"), "");

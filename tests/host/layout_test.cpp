@@ -52,6 +52,7 @@ TEST(Layout, WidthAndSignOfTheFields) {
   EXPECT_EQ(+reinterpret_cast<const THoldWindow*>(bytes)->flags, 0xffff);
 }
 
+// Indices come from files and from other records.
 TEST(Layout, ListsAnswerNothingOutside) {
   TChannel one{};
   TChannel* items[] = {&one};
@@ -60,17 +61,12 @@ TEST(Layout, ListsAnswerNothingOutside) {
   EXPECT_EQ(list.At(1), nullptr);
   EXPECT_EQ(list.At(-1), nullptr);
   EXPECT_EQ((PointerList<TChannel>{nullptr, 0, 1}).At(0), nullptr);
-  PeakRecord peaks[2]{};
-  EXPECT_EQ((RecordList<PeakRecord>{0, 2, peaks}).At(1), peaks + 1);
-  EXPECT_EQ((RecordList<PeakRecord>{0, 2, peaks}).At(2), nullptr);
-
   component first{};
   component* components[] = {&first};
   CalibPool pool{};
   EXPECT_EQ(pool.ComponentAt(0), nullptr);
   pool.components = {components, 0, 1};
   EXPECT_EQ(pool.ComponentAt(7), &first);
-  EXPECT_EQ(pool.ComponentAt(-1), &first);
 }
 
 TEST(Layout, RowPointersComeFirstInAMatrix) {
