@@ -5,6 +5,7 @@
 #include "elugraph/chromview/host_text.h"
 #include "elugraph/chromview/name_stacks.h"
 #include "elugraph/chromview/text_join.h"
+#include "platform/kernel/kernel.h"
 
 namespace {
 
@@ -24,8 +25,8 @@ bool SameStart(const char* a, const char* b) {
 std::string NameOf(const TChannel& channel) {
   const FixedText name(channel.name);
   const char* description = channel.description;
-  const bool described =
-      description != nullptr && *description != '\0' && !SameStart(description, name.c_str());
+  const bool described = IsBadStringPtrA(description, kComparedCharacters) == FALSE &&
+                         *description != '\0' && !SameStart(description, name.c_str());
   const char* const all[] = {name.c_str(), "(", description, ")", nullptr};
   const char* const nameOnly[] = {name.c_str(), nullptr};
   return JoinTexts(described ? all : nameOnly);

@@ -57,7 +57,10 @@ void TChromRender::showchrom(HDC hdc, bool erase, RECT& rect, int flags) {
       return;
     }
     const int level = SaveDC(hdc);
-    if (!Guarded([&] { Picture(hdc, erase, rect, flags); })) exceptout("showchrom catched");
+    // A failing report costs the report, not what follows it.
+    if (!Guarded([&] { Picture(hdc, erase, rect, flags); })) {
+      Guarded([] { exceptout("showchrom catched"); });
+    }
     // Back to the state saved above, also past levels that a failure left behind.
     RestoreDC(hdc, level);
     chrom->recalctime();
@@ -136,7 +139,7 @@ void TChromRender::DrawChannel(ChannelPass& pass, int drawn, NameStacks& stacks,
     pass.pool.emplace(PoolCapacity(rect.right, 16), &rect, hdc);
     drawTrace(pass, hdc, rect);
   });
-  if (!traceDone) exceptout("draft draw()");
+  if (!traceDone) Guarded([] { exceptout("draft draw()"); });
   const bool wantsPeaks = (view.flags & (THoldWindow::kBaselines | THoldWindow::kLabelMode)) != 0;
   if (!incremental && wantsPeaks) drawPeaks(pass, hdc, rect);
 }

@@ -102,6 +102,21 @@ TEST_F(BrokenChannel, LosesItsTraceOnly) {
   }
 }
 
+TEST_F(BrokenChannel, LosesItsTraceOnlyWhereNothingOfItCanBeRead) {
+  const Unchanged before(hdc);
+  channel(1).samples += 50;
+  chrom.peakCount = 0;
+  view.flags = THoldWindow::kNameList | 1;
+  // Reporting fails as well: the next steps follow nevertheless.
+  Host().onCall = [](const std::string& call) {
+    if (call.starts_with("exceptout")) throw std::runtime_error("host");
+  };
+  EXPECT_FALSE(With(With(Draw(), "polyline"), "#660000").empty()) << "the channel behind";
+  EXPECT_EQ(other_host::Calls(), (Strings{"bHasRawData", "basecalc 0", "exceptout draft draw()",
+                                          "basecalc 1", "basecalc 2", "recalctime"}));
+  before.Check();
+}
+
 TEST_F(BrokenChannel, EndsThePictureWhereItIsReadOutsideTheTrace) {
   const Unchanged before(hdc);
   channel(1).samples += 50;  // its name finds no place
