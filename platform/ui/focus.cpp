@@ -16,6 +16,8 @@ void MoveFocus(HWND to) {
   if (desk.focus == to) SendMessageA(to, WM_SETFOCUS, reinterpret_cast<WPARAM>(from), 0);
 }
 
+bool MayBeActive(HWND top) { return IsWindowVisible(top) && TakesInput(top); }
+
 // Nobody has the focus; its top-level window remembers who had it.
 void LeaveFocus() {
   const HWND focus = TheDesk().focus;
@@ -28,14 +30,16 @@ void SetActive(HWND top) {
   const HWND from = desk.active;
   if (from == top) return;
   LeaveFocus();
+  // The messages may have changed everything.
+  if (desk.active != from) return;
+  if (!MayBeActive(top)) top = nullptr;
+  desk.focus = nullptr;
   desk.active = top;
   SendMessageA(from, WM_ACTIVATE, WA_INACTIVE, reinterpret_cast<LPARAM>(top));
   if (desk.active == top) {
     SendMessageA(top, WM_ACTIVATE, WA_ACTIVE, reinterpret_cast<LPARAM>(from));
   }
 }
-
-bool MayBeActive(HWND top) { return IsWindowVisible(top) && TakesInput(top); }
 
 }  // namespace
 
