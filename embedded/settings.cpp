@@ -80,6 +80,8 @@ std::string Replace(const std::string& path, std::string_view content) {
   Temporary temporary(name);
   struct stat old;
   const bool exists = ::stat(path.c_str(), &old) == 0;
+  // Root leaves the file to its owner where it can; others may not give files away.
+  [[maybe_unused]] const int given = exists ? ::fchown(file.Get(), old.st_uid, old.st_gid) : 0;
   if (!WriteAll(file.Get(), content) ||
       ::fchmod(file.Get(), exists ? old.st_mode & 07777 : 0644) != 0 || ::fsync(file.Get()) != 0 ||
       ::rename(name.c_str(), path.c_str()) != 0) {

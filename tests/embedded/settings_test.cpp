@@ -227,9 +227,11 @@ TEST_F(SettingsFile, RefusalsNameTheFileAndChangeNothing) {
   for (const std::string& line : log) EXPECT_EQ(line.find(path), 0U) << line;
 }
 
-TEST_F(SettingsFile, KeepsLinksAndPermissions) {
+TEST_F(SettingsFile, KeepsLinksOwnerAndPermissions) {
   const std::string target = folder + "/real.ini";
   std::ofstream(target) << "[s]\n";
+  const uid_t owner = geteuid() == 0 ? 65534 : geteuid();  // root keeps another's file another's
+  ASSERT_EQ(chown(target.c_str(), owner, static_cast<gid_t>(-1)), 0);
   ASSERT_EQ(chmod(target.c_str(), 0600), 0);
   fs::create_directories(fs::path(path).parent_path());
   fs::create_symlink(target, path);
@@ -237,6 +239,9 @@ TEST_F(SettingsFile, KeepsLinksAndPermissions) {
   EXPECT_TRUE(fs::is_symlink(path));
   EXPECT_EQ(Content(), "[s]\nk=v\n");
   EXPECT_EQ(fs::status(target).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  struct stat about {};
+  ASSERT_EQ(stat(target.c_str(), &about), 0);
+  EXPECT_EQ(about.st_uid, owner);
 }
 
 // Without the lock, or with a read outside it, one writer's entries get lost.
