@@ -14,7 +14,7 @@ namespace {
 constexpr int kMostDecimals = 12;         // the search ends here; labels show one less
 constexpr double kMinDigitWidth = 1e-27;  // axis units
 constexpr double kMinLabelHeight = 1e-100;
-constexpr double kMostShortOfStart = 1e-3;  // steps; more is the rounding of very large numbers
+constexpr double kMostShortOfStart = 1e-3;  // steps; further back is before the start
 
 int LabelLength(double value, int decimals) {
   return std::snprintf(nullptr, 0, "%.*f", decimals, value);
@@ -22,9 +22,11 @@ int LabelLength(double value, int decimals) {
 
 // The first multiple of `step` at or beyond `start`, `step` giving the direction. 0 has no sign.
 std::optional<double> FirstTick(double start, double step) {
-  const double tick = std::ceil(start / step - kSameTick) * step + 0.0;
-  // Negated, so that it holds for NaN as well.
-  if (!((start - tick) / step <= kMostShortOfStart)) return std::nullopt;
+  double tick = std::ceil(start / step - kSameTick) * step + 0.0;
+  // The product of large numbers may have been rounded to before the start.
+  if ((start - tick) / step > kMostShortOfStart) tick += step;
+  // Steps that do not move a number so large lead nowhere.
+  if (!std::isfinite(tick) || tick + step == tick) return std::nullopt;
   return tick;
 }
 

@@ -28,10 +28,10 @@ class ELUGRAPH_API TXYGraph {
   COLORREF SetBackgrtound(COLORREF color);
   COLORREF SetAxisColor(COLORREF color);
 
-  // View: the extent of the data. Full range: the same with a margin above and below. Coordinates
-  // that are not finite do not count; without points a range is 0 … 1. An extent below 1e-100 is
-  // widened by 1 (or, where doubles of that size are further apart, to the next one), one above
-  // 1e100 counts as no points.
+  // View: the extent of the data. Full range: the same with a margin above and below. A
+  // coordinate that is not a number does not count; without points a range is 0 … 1. An extent
+  // below 1e-100 is widened by 1 (or, where doubles of that size are further apart, to the next
+  // one), one above 1e100 (an infinite coordinate, say) counts as no points.
   void ViewAll();
   // The view's span times `factor`, its low edge fixed: from 1/10000 of the full range to twice it.
   void ScaleX(double factor);

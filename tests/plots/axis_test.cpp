@@ -112,6 +112,17 @@ TEST_F(Axis, HopelessRangesEndWithFewTicksAndATitle) {
 
 // A step is wider than the widest label and half a digit (across), or more than twice as high as a
 // label (up), whatever the range.
+// Products of large numbers and steps are rounded to before the start: no reason to lose the ticks.
+TEST_F(Axis, NarrowRangesFarFromZeroKeepTheirTicks) {
+  for (const auto& [from, span] : {std::pair{1776143380.8906603, 1e-4},
+                                   {1828544849.6055002, 3e-4},
+                                   {1030081.3816329901, 3e-8}}) {
+    SCOPED_TRACE(from);
+    Across(from, from + span, 1000);
+    EXPECT_GT(Texts().size(), 3u);
+  }
+}
+
 TEST_F(Axis, LabelsNeverTouch) {
   std::mt19937 random(4);
   const auto uniform = [&](double low, double high) {
