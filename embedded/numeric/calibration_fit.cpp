@@ -8,26 +8,32 @@
 namespace embedded {
 namespace {
 
+// A curve has at most three coefficients: no memory is asked for where a band is drawn.
+constexpr int kMostTerms = 3;
+using Terms = Eigen::Matrix<double, Eigen::Dynamic, 1, 0, kMostTerms, 1>;
+using TermMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, 0, kMostTerms, kMostTerms>;
+
 class StudentBand final : public ConfidenceBand {
  public:
   // `covariance` of the coefficients of the powers from `lowest` on.
-  StudentBand(Eigen::MatrixXd covariance, int lowest, int degreesOfFreedom)
-      : covariance_(std::move(covariance)), lowest_(lowest), student_(degreesOfFreedom) {}
+  StudentBand(const TermMatrix& covariance, int lowest, int degreesOfFreedom)
+      : covariance_(covariance), lowest_(lowest), student_(degreesOfFreedom) {}
 
   double HalfWidth(double level, double amount) const override {
     if (!(level > 0.0 && level < 1.0) || !std::isfinite(amount)) return 0.0;
-    Eigen::VectorXd powers(covariance_.rows());
+    Terms powers(covariance_.rows());
     for (Eigen::Index i = 0; i < powers.size(); ++i) {
       powers[i] = std::pow(amount, static_cast<double>(i + lowest_));
     }
-    const double variance = powers.dot(covariance_ * powers);
+    const Terms turned = covariance_.lazyProduct(powers);
+    const double variance = powers.dot(turned);
     // The upper tail keeps its digits where the level is close to 1.
     const double t = boost::math::quantile(boost::math::complement(student_, 0.5 * (1.0 - level)));
     return t * std::sqrt(std::max(variance, 0.0));
   }
 
  private:
-  Eigen::MatrixXd covariance_;
+  TermMatrix covariance_;
   int lowest_;
   boost::math::students_t student_;
 };
