@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -26,17 +27,41 @@ struct Component {
   std::vector<Standard> standards;
 };
 
-// The named column; else the first one with a usual name; else the `fallback`-th one of numbers.
-std::size_t ChooseColumn(const Table& table, const std::string& wanted,
-                         std::initializer_list<std::string_view> usual, std::size_t fallback) {
+using UsualNames = std::initializer_list<std::string_view>;
+
+// The named column, else the first one with a usual name.
+std::optional<std::size_t> NamedColumn(const Table& table, const std::string& wanted,
+                                       UsualNames usual) {
   if (!wanted.empty()) return table.Require(wanted);
   for (const std::string_view name : usual) {
-    if (const auto column = table.Find(name)) return *column;
+    if (const auto column = table.Find(name)) return column;
   }
-  for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
-    if (table.IsNumeric(column) && fallback-- == 0) return column;
-  }
-  return table.Require(*usual.begin());
+  return std::nullopt;
+}
+
+struct Roles {
+  std::size_t amount;
+  std::size_t response;
+};
+
+// A role without a name takes the first column of numbers that has no other role.
+Roles ChooseColumns(const Table& table, const std::string& amountName,
+                    const std::string& responseName) {
+  auto amount = NamedColumn(table, amountName, {"amount", "concentration", "x"});
+  auto response = NamedColumn(table, responseName, {"response", "area", "height", "y"});
+  const auto firstFree = [&]() -> std::optional<std::size_t> {
+    for (std::size_t column = 0; column < table.ColumnCount(); ++column) {
+      const bool taken = column == amount || column == response ||
+                         column == table.Find("component") || column == table.Find("excluded");
+      if (!taken && table.IsNumeric(column)) return column;
+    }
+    return std::nullopt;
+  };
+  if (!amount) amount = firstFree();
+  if (!amount) amount = table.Require("amount");
+  if (!response) response = firstFree();
+  if (!response) response = table.Require("response");
+  return {*amount, *response};
 }
 
 bool IsExcluded(const Table& table, std::size_t row, std::size_t column) {
@@ -148,10 +173,14 @@ int CalibrationCommand::Run() const {
   const std::string stem = std::filesystem::path(file_).stem().string();
   const std::string text = DecodeText(ReadBytes(file_));
   const Table table(file_, text);
-  const std::size_t amount = ChooseColumn(table, amount_, {"amount", "concentration", "x"}, 0);
-  const std::size_t response =
-      ChooseColumn(table, response_, {"response", "area", "height", "y"}, 1);
-  const std::vector<Component> components = ReadStandards(table, amount, response, stem);
+  const Roles columns = ChooseColumns(table, amount_, response_);
+  if (columns.amount == columns.response) {
+    return Fail(file_ + ": amounts and responses cannot both be in column '" +
+                table.ColumnName(columns.amount) + "'");
+  }
+  const std::vector<Component> components =
+      ReadStandards(table, columns.amount, columns.response, stem);
+  if (components.empty()) return Fail(file_ + ": has no standards");
   const auto shown =
       component_.empty()
           ? components.begin()
@@ -176,6 +205,10 @@ int CalibrationCommand::Run() const {
   pool.originMode = axes_ == "curve" ? 1 : axes_ == "zero" ? 3 : 0;
   pool.suppressZeroX = axes_ == "standards" ? 1 : 0;
   if (band_ > 0) {
+    if (!(static_cast<float>(band_) < 1.0F)) return Fail("--band: must be below 1");
+    if (curve.band == nullptr) {
+      return Fail(file_ + ": " + shown->name + ": no band: as many coefficients as standards");
+    }
     pool.flags |= CalibPool::kShowBand;
     pool.bandLevel = static_cast<float>(band_);
   }

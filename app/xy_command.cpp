@@ -92,10 +92,11 @@ std::optional<std::pair<double, double>> ParseRange(const std::string& text) {
 template <typename Span, typename Scroll, typename Scale>
 bool Zoom(std::pair<double, double> range, Span span, Scroll scroll, Scale scale) {
   const auto [low, high] = span();
-  scroll((range.first - low) / (high - low));
-  scale((range.second - range.first) / (high - low));
+  const double wanted = range.second - range.first;
+  scale(wanted / (high - low));  // keeps the low edge
+  scroll((range.first - low) / wanted);
   const auto [newLow, newHigh] = span();
-  const double tolerance = 1e-6 * (range.second - range.first);
+  const double tolerance = 1e-6 * wanted;
   return std::abs(newLow - range.first) <= tolerance &&
          std::abs(newHigh - range.second) <= tolerance;
 }

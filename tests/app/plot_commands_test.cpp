@@ -25,6 +25,7 @@ class PlotCommands : public testing::Test {
     Write("standards.csv",
           "component,amount,response,excluded\n"
           "A,1,12,\nA,2,22,no\nA,3,320,yes\nA,4,42,0\nB,1,5,\nB,2,n.a.,\nB,3,9,\n");
+    Write("turned.csv", "excluded,area,dose\n0,10,1\n0,20,2\n0,30,3\n");
     Write("odd.csv", "amount,response,excluded\n1,2,maybe\n2,3,\n3,4,\n");
   }
   void TearDown() override { fs::remove_all(folder_); }
@@ -67,6 +68,7 @@ TEST_F(PlotCommands, DrawOrSayWhyNot) {
       {"xy", "xy.csv", {"--x", "a", "--y", "B", "--y", "1"}, 0, "out.png"},
       {"xy", "xy.csv", {"--x", "t", "--x", "a", "--y", "a", "--y", "b"}, 0, "out.png"},
       {"xy", "xy.csv", {"--zoom", "0.5:1.5", "--zoom-y", "-1:9"}, 0, "out.png"},
+      {"xy", "xy.csv", {"--zoom", "-3:0.5"}, 0, "out.png"},
       {"xy", "xy.csv", {"--zoom", "1.5:0.5"}, 2, "'1.5:0.5' is not a range"},
       {"xy", "xy.csv", {"--zoom", "5:6"}, 2, "5:6 lies outside the data"},
       {"xy", "xy.csv", {"--x", "t", "--x", "a", "--y", "a"}, 2, "--x: one column"},
@@ -99,6 +101,10 @@ TEST_F(PlotCommands, DrawOrSayWhyNot) {
        2,
        "standards.csv: B: "},
       {"calibration", "standards.csv", {"--band", "2"}, 2, "--band"},
+      {"calibration", "standards.csv", {"--band", "1"}, 2, "--band: must be below 1"},
+      {"calibration", "standards.csv", {"--component", "B", "--band", "0.9"}, 2, "B: no band"},
+      {"calibration", "turned.csv", {}, 0, " + 10 x amount"},
+      {"calibration", "turned.csv", {"--amount", "area"}, 2, "cannot both be in column 'area'"},
       {"calibration", "odd.csv", {}, 2, "odd.csv:2: excluded: 'maybe' is neither yes nor no"},
   };
   for (const CommandCase& c : cases) {
