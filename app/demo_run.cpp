@@ -80,7 +80,6 @@ RunData DemoRun() {
     Trace trace;
     trace.name = kWavelengths[w].name;
     trace.unit = "mAU";
-    trace.description = "generated";
     trace.periodS = kPeriodS;
     trace.values.resize(kSamples);
     for (std::size_t i = 0; i < kSamples; ++i) {

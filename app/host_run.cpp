@@ -1,13 +1,33 @@
 #include "app/host_run.h"
 
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <filesystem>
+#include <span>
+#include <string_view>
+
+#include "embedded/peak_detection.h"
+
 namespace app {
 namespace {
 
-embedded::ChannelData HostChannel(const Trace& trace) {
+constexpr std::size_t kNameRoom = sizeof(TChannel::name) - 1;
+constexpr LONG kApexSlack = 2;  // samples
+
+bool HasComponent(const Peak& peak) { return !peak.name.empty() || peak.amount.has_value(); }
+
+embedded::ChannelData HostChannel(const Trace& trace, std::size_t number) {
   embedded::ChannelData channel;
-  channel.name = trace.name;
+  std::string name = trace.name;
+  if (name.empty()) name = std::filesystem::path(trace.source).stem().string();
+  const ShortName parts = Shorten(name, number);
+  channel.name = parts.name;
+  channel.description = parts.rest;
+  if (!trace.description.empty()) {
+    channel.description += (parts.rest.empty() ? "" : ", ") + trace.description;
+  }
   channel.unit = trace.unit;
-  channel.description = trace.description;
   channel.values = trace.values;
   channel.timesSec = trace.timesS;
   channel.startSec = trace.startS;
@@ -24,23 +44,153 @@ std::string Fault(const embedded::ChannelData& channel) {
   return fault;
 }
 
+// Which of the traces, in one list, no run can be made of: "FILE: KIND N: cause". Channels count
+// within their own file.
+std::string FaultOf(const std::vector<Trace>& traces,
+                    const std::vector<embedded::ChannelData>& channels, const char* kind) {
+  for (std::size_t i = 0, first = 0; i < traces.size(); ++i) {
+    if (traces[i].source != traces[first].source) first = i;
+    std::string fault = Fault(channels[i]);
+    if (fault.empty()) continue;
+    fault.replace(0, fault.find(':'), kind + std::to_string(i - first + 1));
+    return traces[i].source.empty() ? fault : traces[i].source + ": " + fault;
+  }
+  return {};
+}
+
+// The highest sample near the peak's time.
+LONG ApexIndex(const TChannel& channel, LONG near) {
+  const LONG count = channel.sampleCount;
+  const LONG first = std::max<LONG>(near - kApexSlack, 0);
+  const LONG last = std::min<LONG>(near + kApexSlack, count - 1);
+  return static_cast<LONG>(std::max_element(channel.samples + first, channel.samples + last + 1) -
+                           channel.samples);
+}
+
+LONG ToCounts(const TChannel& channel, double value) {
+  const double count = std::round(value / static_cast<double>(channel.unitsPerCount));
+  constexpr double kLimit = 1 << 30;
+  return static_cast<LONG>(std::clamp(count, -kLimit, kLimit));
+}
+
+// The peaks of one channel as records.
+class PeakTable {
+ public:
+  PeakTable(embedded::Run& host, int channel)
+      : host_(host),
+        channel_(channel),
+        record_(*host.channels.At(channel)),
+        samples_(record_.samples, static_cast<std::size_t>(record_.sampleCount)) {}
+
+  void Add(const Peak& peak, std::size_t component) {
+    PeakRecord record{};
+    record.apex = ApexIndex(record_, host_.IndexAt(channel_, peak.apexS));
+    record.start = record.end = record.apex;
+    if (peak.startS && peak.endS) {
+      record.start = std::min(host_.IndexAt(channel_, *peak.startS), +record.apex);
+      record.end = std::max(host_.IndexAt(channel_, *peak.endS), +record.apex);
+    } else {
+      TakeDetectedLimits(record);
+    }
+    record.component = static_cast<WORD>(component);
+    record.amount = static_cast<float>(peak.amount.value_or(0));
+    if (peak.baselineStart && peak.baselineEnd && peak.startS && peak.endS) {
+      record.baselineStart = ToCounts(record_, *peak.baselineStart);
+      record.baselineEnd = ToCounts(record_, *peak.baselineEnd);
+    } else {
+      allBaselines_ = false;
+    }
+    table_.push_back(record);
+  }
+  void AddDetected() { table_ = embedded::DetectPeaks(samples_); }
+
+  void Set() {
+    if (table_.size() > 65'535) table_.resize(65'535);
+    // Marks that are in order cannot be refused.
+    static_cast<void>(host_.SetPeaks(channel_, std::move(table_), allBaselines_));
+  }
+
+ private:
+  void TakeDetectedLimits(PeakRecord& record) {
+    if (detected_.empty()) detected_ = embedded::DetectPeaks(samples_);
+    for (const PeakRecord& found : detected_) {
+      if (found.start > record.apex || found.end < record.apex) continue;
+      record.start = found.start;
+      record.end = found.end;
+    }
+  }
+
+  embedded::Run& host_;
+  int channel_;
+  const TChannel& record_;
+  std::span<const LONG> samples_;
+  std::vector<PeakRecord> table_;
+  std::vector<PeakRecord> detected_;
+  bool allBaselines_ = true;
+};
+
 }  // namespace
+
+ShortName Shorten(const std::string& name, std::size_t number) {
+  if (name.size() <= kNameRoom) return {name, {}};
+  constexpr std::string_view kMarks = " _,:;";
+  const std::size_t mark = name.find_last_of(" _,:;(/", kNameRoom);
+  if (mark == name.npos || mark == 0) return {std::to_string(number), name};
+  const std::size_t end = name.find_last_not_of(kMarks, mark - 1);
+  const std::size_t rest = name.find_first_not_of(kMarks, mark);
+  if (end == name.npos || rest == name.npos) return {std::to_string(number), name};
+  return {name.substr(0, end + 1), name.substr(rest)};
+}
+
+std::size_t NamedComponents(const RunData& run) {
+  return static_cast<std::size_t>(std::count_if(run.peaks.begin(), run.peaks.end(), HasComponent));
+}
 
 embedded::RunRef HostRun(const RunData& run, std::string& error) {
   embedded::RunData host;
-  for (const Trace& trace : run.channels) host.channels.push_back(HostChannel(trace));
-  embedded::RunRef made = embedded::MakeRun(host, error);
-  // Channels count within their own file.
-  for (std::size_t i = 0, first = 0; made == nullptr && i < run.channels.size(); ++i) {
-    const std::string& source = run.channels[i].source;
-    if (source != run.channels[first].source) first = i;
-    std::string fault = Fault(host.channels[i]);
-    if (fault.empty() || source.empty()) continue;
-    fault.replace(0, fault.find(':'), "channel " + std::to_string(i - first + 1));
-    error = source + ": " + fault;
-    break;
+  for (const Trace& trace : run.channels) {
+    host.channels.push_back(HostChannel(trace, host.channels.size() + 1));
   }
+  for (const Trace& trace : run.auxiliary) {
+    host.auxChannels.push_back(HostChannel(trace, host.auxChannels.size() + 1));
+  }
+  for (const Peak& peak : run.peaks) {
+    if (HasComponent(peak)) host.components.push_back({peak.name, peak.apexS, 0.0});
+  }
+  host.components.resize(host.components.size() + kSpareComponents);
+  embedded::RunRef made = embedded::MakeRun(host, error);
+  if (made != nullptr) return made;
+  std::string fault = FaultOf(run.channels, host.channels, "channel ");
+  if (fault.empty()) fault = FaultOf(run.auxiliary, host.auxChannels, "auxiliary channel ");
+  if (!fault.empty()) error = fault;
   return made;
+}
+
+void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixelS) {
+  if (source == PeakSource::kNone) return;
+  int unplaced = 0;
+  for (std::size_t i = 0; i < run.channels.size(); ++i) {
+    const int channel = static_cast<int>(i);
+    if (host.PeakPlacementErrorSec(channel) > pixelS) {
+      ++unplaced;
+      continue;
+    }
+    PeakTable table(host, channel);
+    std::size_t component = 0;
+    bool any = false;
+    for (const Peak& peak : run.peaks) {
+      if (HasComponent(peak)) ++component;
+      if (peak.channel != i || source == PeakSource::kDetect) continue;
+      table.Add(peak, HasComponent(peak) ? component : 0);
+      any = true;
+    }
+    if (!any && source != PeakSource::kFile) table.AddDetected();
+    table.Set();
+  }
+  if (unplaced > 0) {
+    run.Note("channels that do not begin with the first sample of all are drawn without peaks (" +
+             std::to_string(unplaced) + " of " + std::to_string(run.channels.size()) + ")");
+  }
 }
 
 }  // namespace app

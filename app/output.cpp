@@ -5,7 +5,7 @@
 #include <cstring>
 #include <filesystem>
 
-#include "app/picture.h"
+#include "app/display_options.h"
 #include "app/program.h"
 #include "platform/gfx/context.h"
 #include "platform/gfx/text_engine.h"
@@ -74,11 +74,11 @@ std::string OutputPath(const std::string& path, const std::vector<std::string>& 
 
 int SavePicture(const gfx::Surface& surface, const OutputOptions& options,
                 const std::vector<std::string>& inputs, const std::string& stem,
-                const std::vector<std::string>& notes) {
+                const std::vector<std::string>& notes, double dpi) {
   std::string error;
   const std::string path = OutputPath(options.path, inputs, stem, error);
   if (path.empty()) return Fail(error);
-  if (!gfx::SavePng(surface, path, error)) return Fail(error);
+  if (!gfx::SavePng(surface, path, error, dpi)) return Fail(error);
   for (const std::string& note : notes) std::printf("note: %s\n", note.c_str());
   std::printf("%s\n", path.c_str());
   return kDone;

@@ -29,10 +29,11 @@ bool ParseSize(const std::string& text, int& widthPx, int& heightPx, std::string
 std::string OutputPath(const std::string& path, const std::vector<std::string>& inputs,
                        const std::string& stem, std::string& error);
 
-// Writes the picture and prints its path, after `notes`. Returns an exit status.
+// Writes the picture, with its resolution (dots per inch; 0: not stated), and prints its path,
+// after `notes`. Returns an exit status.
 int SavePicture(const gfx::Surface& surface, const OutputOptions& options,
                 const std::vector<std::string>& inputs, const std::string& stem,
-                const std::vector<std::string>& notes);
+                const std::vector<std::string>& notes, double dpi = 0);
 
 // A white picture with a context to draw on and a font that suits its size, selected.
 class Canvas {

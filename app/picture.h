@@ -1,30 +1,22 @@
 // Runs to pictures.
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "app/display_options.h"
 #include "app/run_data.h"
 #include "platform/gfx/surface.h"
 
 namespace app {
 
-struct PictureOptions {
-  int widthPx = 1600;
-  int heightPx = 900;
-  std::optional<double> fromS;  // default: where the earliest trace begins
-  std::optional<double> toS;    // default: where the latest one ends
-  bool average = false;         // one mean per column instead of first, largest, smallest, last
-};
-
-// Smallest and largest extent of a picture, pixels.
-inline constexpr int kMinExtentPx = 64;
-inline constexpr int kMaxExtentPx = 16'384;
-
-// Draws the traces of all channels into one plot. Channels of the same unit share their scale,
-// which fits what the view shows of them. Returns false, and the cause in `error`, where the view
-// is empty (`toS` not behind `fromS`) or a channel's values have no 32-bit scale.
-bool DrawPicture(const RunData& run, const PictureOptions& options, gfx::Surface& surface,
+// Draws the run through the chromatogram renderer. Notes on what is not shown are added to the run.
+// Returns false, and the cause in `error`, where an option names what is not there, the view holds
+// no sample, or a channel's values or times fit no record; `surface` may then hold anything.
+bool DrawPicture(RunData& run, const DisplayOptions& options, gfx::Surface& surface,
                  std::string& error);
+
+// Height of the text line of a picture of this height, both in pixels: readable in small pictures,
+// in proportion in large ones.
+double DefaultFontPx(int heightPx);
 
 }  // namespace app

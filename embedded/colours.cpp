@@ -56,6 +56,19 @@ std::optional<ORVWCOLORS> ColourSchemeNamed(std::string_view name) {
   return std::nullopt;
 }
 
+ORVWCOLORS Muted(const ORVWCOLORS& scheme, int first) {
+  ORVWCOLORS muted = scheme;
+  const COLORREF back = scheme.back();
+  const auto mean = [](BYTE a, BYTE b) { return static_cast<BYTE>((a + b) / 2); };
+  for (int i = 0; i < kChannels; ++i) {
+    const COLORREF color = scheme.chan(first + i, ChromColor::none);
+    muted.entries[kFirstChannel + i] =
+        RGB(mean(GetRValue(color), GetRValue(back)), mean(GetGValue(color), GetGValue(back)),
+            mean(GetBValue(color), GetBValue(back)));
+  }
+  return muted;
+}
+
 ThicknessPool Thicknesses(BYTE trace, BYTE axis) {
   ThicknessPool pool;
   for (int slot = 0; slot < kChannels; ++slot) pool[slot] = trace;

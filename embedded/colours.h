@@ -24,6 +24,10 @@ ORVWCOLORS ColourScheme(Palette palette, Ground ground);
 // "classic", "classic-dark", "safe", "safe-dark"; nothing for any other text.
 std::optional<ORVWCOLORS> ColourSchemeNamed(std::string_view name);
 
+// `scheme` with its trace colours from slot `first` (0 … 7) on, around the end, each half-way to
+// the ground: for traces that stand back behind those of the first slots.
+ORVWCOLORS Muted(const ORVWCOLORS& scheme, int first);
+
 // All channels (slots 0 … 7) `trace`, the axis lines (slot 8) `axis`, in percent of the height of
 // the main font.
 ThicknessPool Thicknesses(BYTE trace, BYTE axis);

@@ -105,6 +105,16 @@ TEST_F(Program, RefusesInOneLineAndLeavesNothing) {
       {"render good.csv --from 2 --to 60s", "nothing lies between …"},
       {"render good.csv --time-unit week", "--time-unit: 'week' is not one of ms, s, min, h"},
       {"render", "FILE is required …"},
+      {"render good.csv --scale 0.01", "--scale: is not from 0.1 to 20"},
+      {"render good.csv --scale 20", "--scale: makes the picture smaller than 64 or larger …"},
+      {"render good.csv --peak-labels big",
+       "--peak-labels: 'big' is not one of auto, none, number, time, name, amount"},
+      {"render good.csv --fill 5-2", "--fill: '5-2' is not all, none, a peak's number or …"},
+      {"render good.csv --signal-range 5:1", "--signal-range: '5:1' is not LOW:HIGH"},
+      {"render good.csv --colours pink", "--colours: 'pink' is not one of classic, …"},
+      {"render good.csv --channels 7", "'7' names none of the 1 channels"},
+      {"render good.csv --peak-table none.csv", "none.csv: No such file or directory"},
+      {"render good.csv --peak-table bad.csv", "bad.csv:3: expected 2 columns, found 1"},
       {"render good.csv --shiny", "The following argument was not expected: --shiny …"},
   };
   const std::string data = Contents(Work("good.csv"));
@@ -149,6 +159,20 @@ TEST_F(Program, WithoutArgumentsDrawsTheSameDemonstrationEachTime) {
   const std::string first = Contents(picture);
   Run("");
   EXPECT_EQ(Contents(picture), first);
+}
+
+TEST_F(Program, PeaksComeFromATable) {
+  std::ofstream(Work("good.peaks.csv"))
+      << "RT (min);Start;End;Name;Amount (mg/l)\n1,0;0,5;1,6;Caffeine;2,5\n";
+  EXPECT_EQ(Run("good.csv --peak-labels amount").out,
+            "note: peaks are those of good.peaks.csv\nout/good.png\n");
+  const std::string picture = Contents(Work("out/good.png"));
+  std::ofstream(Work("other.csv")) << "1=,bla\nHeader=,\"R.T.\",\"Name\"\n1=,1.0,Other\n";
+  EXPECT_EQ(Run("good.csv --peak-table other.csv").out, "out/good.png\n");
+  EXPECT_NE(Contents(Work("out/good.png")), picture);
+  std::ofstream(Work("good.peaks.csv")) << "RT;Start\n1;2\n";
+  EXPECT_EQ(Run("good.csv").error,
+            "elugraph: good.peaks.csv:2: the peak's start, time and end are not in this order\n");
 }
 
 TEST_F(Program, AssumptionsAreSaid) {

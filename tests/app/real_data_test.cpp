@@ -10,6 +10,9 @@
 
 #include "app/formats/read_run.h"
 #include "app/formats/text.h"
+#include "app/picture.h"
+#include "embedded/diagnostics.h"
+#include "platform/gfx/context.h"
 
 namespace app {
 namespace {
@@ -150,6 +153,42 @@ TEST(RealData, FilesHoldWhatIsKnownAboutThem) {
     }
   }
   EXPECT_EQ(known, std::size(kFiles));
+}
+
+// Colours of the picture's traces; axes and ground are not counted.
+std::size_t ColouredPixels(const gfx::Surface& surface) {
+  std::size_t count = 0;
+  for (int y = 0; y < surface.Height(); ++y) {
+    for (int x = 0; x < surface.Width(); ++x) {
+      const COLORREF color = surface.Pixel(x, y);
+      count += GetRValue(color) != GetGValue(color) || GetGValue(color) != GetBValue(color);
+    }
+  }
+  return count;
+}
+
+TEST(RealData, EveryRunMakesAPicture) {
+  const char* folder = std::getenv("ELUGRAPH_DATA");
+  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
+  std::vector<std::string> faults;
+  const embedded::LogSink previous =
+      embedded::SetLogSink([&faults](std::string_view line) { faults.emplace_back(line); });
+  const std::size_t objects = gfx::LiveObjects();
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    RunData run;
+    std::string error;
+    if (!entry.is_regular_file() || !ReadRun(entry.path().string(), {}, run, error)) continue;
+    SCOPED_TRACE(entry.path().string());
+    DisplayOptions options;
+    options.widthPx = 600;
+    options.heightPx = 300;
+    gfx::Surface surface;
+    EXPECT_TRUE(DrawPicture(run, options, surface, error)) << error;
+    EXPECT_GT(ColouredPixels(surface), 300U);
+  }
+  embedded::SetLogSink(previous);
+  EXPECT_EQ(faults, std::vector<std::string>());
+  EXPECT_EQ(gfx::LiveObjects(), objects);
 }
 
 }  // namespace

@@ -1,0 +1,90 @@
+#include "app/render_command.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "app/demo_run.h"
+#include "app/formats/peak_table.h"
+#include "app/formats/read_run.h"
+#include "app/output.h"
+#include "app/picture.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kDotsPerInch = 96;
+
+// The peaks of a table, in place of the run's own.
+bool UsePeakTable(const std::string& path, RunData& run, std::string& error) {
+  std::vector<Peak> peaks;
+  if (!ReadPeakTable(path, run, peaks, error)) return false;
+  run.peaks = std::move(peaks);
+  return true;
+}
+
+// Adds a file's run to what was read before.
+void Append(RunData&& run, const std::string& file, bool several, RunData& all) {
+  for (Peak& peak : run.peaks) {
+    peak.channel += all.channels.size();
+    all.peaks.push_back(std::move(peak));
+  }
+  for (Trace& trace : run.channels) {
+    trace.source = file;
+    all.channels.push_back(std::move(trace));
+  }
+  for (Trace& trace : run.auxiliary) {
+    trace.source = file;
+    all.auxiliary.push_back(std::move(trace));
+  }
+  for (const std::string& note : run.notes) all.Note(several ? file + ": " + note : note);
+}
+
+}  // namespace
+
+RenderCommand::RenderCommand(CLI::App& program)
+    : render_(*program.add_subcommand("render", "Draw the runs of files into one picture")),
+      demo_(*program.add_subcommand("demo", "Draw a generated run")) {
+  render_.add_option("FILE", files_, "Files of measured data")->required();
+  AddRenderOptions(render_, texts_);
+  AddRenderOptions(demo_, texts_);
+}
+
+bool RenderCommand::ReadFile(const std::string& file, const ReadOptions& read, RunData& run,
+                             std::string& error) const {
+  if (!ReadRun(file, read, run, error)) return false;
+  const fs::path beside = fs::path(file).replace_extension(".peaks.csv");
+  std::error_code ignored;
+  if (!texts_.peakTable.empty() || !fs::exists(beside, ignored)) return true;
+  run.Note("peaks are those of " + beside.string());
+  return UsePeakTable(beside.string(), run, error);
+}
+
+bool RenderCommand::ReadAll(const ReadOptions& read, RunData& all, std::string& error) const {
+  if (demo_.parsed()) all = DemoRun();
+  for (const std::string& file : files_) {
+    RunData run;
+    if (!ReadFile(file, read, run, error)) return false;
+    Append(std::move(run), file, files_.size() > 1, all);
+  }
+  return texts_.peakTable.empty() || UsePeakTable(texts_.peakTable, all, error);
+}
+
+int RenderCommand::Run() const {
+  DisplayOptions display;
+  ReadOptions read;
+  RunData run;
+  gfx::Surface surface;
+  std::string error;
+  if (!UnderstandRenderOptions(texts_, display, read, error) || !ReadAll(read, run, error) ||
+      !DrawPicture(run, display, surface, error)) {
+    return Fail(error);
+  }
+  std::vector<std::string> inputs = files_;
+  if (!texts_.peakTable.empty()) inputs.push_back(texts_.peakTable);
+  const std::string stem = files_.empty() ? "demonstration" : fs::path(files_[0]).stem().string();
+  return SavePicture(surface, texts_.output, inputs, stem, run.notes, kDotsPerInch * display.scale);
+}
+
+}  // namespace app

@@ -1,0 +1,282 @@
+// From a run to its picture: selection, names, peaks, room for labels, and every display option.
+#include "app/picture.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "app/demo_run.h"
+#include "app/host_run.h"
+#include "app/label_room.h"
+#include "app/render_options.h"
+#include "app/selection.h"
+
+namespace app {
+namespace {
+
+TEST(Shorten, LongNamesAreCutAtAMark) {
+  const struct {
+    const char* name;
+    const char* shortName;
+    const char* rest;
+  } cases[] = {
+      {"220 nm", "220 nm", ""},
+      {"12345678", "12345678", ""},
+      {"DAD1 A, Sig=254", "DAD1 A", "Sig=254"},
+      {"Pump A Pressure", "Pump A", "Pressure"},
+      {"Conductivity", "3", "Conductivity"},
+      {"_underscored", "3", "_underscored"},
+      {"abcdefgh i", "abcdefgh", "i"},
+  };
+  for (const auto& c : cases) {
+    const ShortName parts = Shorten(c.name, 3);
+    EXPECT_EQ(parts.name, c.shortName) << c.name;
+    EXPECT_EQ(parts.rest, c.rest) << c.name;
+  }
+}
+
+std::vector<Trace> Named(std::initializer_list<const char*> names) {
+  std::vector<Trace> traces;
+  for (const char* name : names) traces.emplace_back().name = name;
+  return traces;
+}
+
+TEST(Selection, NumbersRangesAndBeginningsOfNames) {
+  const std::vector<Trace> traces = Named({"UV 220", "UV 254", "RI", "Cond", "77 K"});
+  const struct {
+    std::vector<std::string> wanted;
+    std::vector<std::size_t> indices;  // empty: refused
+  } cases[] = {
+      {{"1"}, {0}},         {{"2-3", "1"}, {0, 1, 2}},
+      {{"uv"}, {0, 1}},     {{"77"}, {4}},
+      {{"cond", "4"}, {3}}, {{"0"}, {}},
+      {{"3-2"}, {}},        {{"6"}, {}},
+      {{"fl"}, {}},         {{"1-9"}, {}},
+      {{""}, {}},           {{"1", "x"}, {}},
+  };
+  for (const auto& c : cases) {
+    std::vector<std::size_t> indices;
+    std::string error;
+    EXPECT_EQ(FindTraces(traces, c.wanted, indices, error), !c.indices.empty()) << c.wanted[0];
+    EXPECT_EQ(indices, c.indices);
+    EXPECT_EQ(error.empty(), !c.indices.empty());
+  }
+}
+
+TEST(Selection, OfManyChannelsOnlySome) {
+  std::vector<Trace> spectral;
+  for (int nm = 200; nm <= 300; ++nm) spectral.emplace_back().name = std::to_string(nm) + " nm";
+  EXPECT_EQ(ChooseChannels(spectral), (std::vector<std::size_t>{0, 20, 40, 60, 80, 100}));
+  spectral[50].name = "TIC";
+  EXPECT_EQ(ChooseChannels(spectral).size(), kMaxShownChannels);
+  EXPECT_EQ(ChooseChannels(Named({"a", "b"})), (std::vector<std::size_t>{0, 1}));
+}
+
+TEST(LabelRoom, LargerLabelsFirstAndLinesOnlyInTheSecondRound) {
+  const RECT area{0, 0, 100, 100};
+  const TraceBands none(100, Band{0, -1});
+  TraceBands line = none;
+  for (int x = 40; x < 60; ++x) line[static_cast<std::size_t>(x)] = {50, 51};
+  TraceBands flank = none;
+  flank[45] = {20, 90};
+  const RECT inTheWay{40, 40, 50, 60};
+  const struct {
+    const char* name;
+    std::vector<LabelBox> labels;
+    std::vector<TraceBands> traces;
+    std::vector<bool> chosen;
+  } cases[] = {
+      {"Apart", {{{0, 0, 10, 10}, 1}, {{10, 0, 20, 10}, 1}}, {none}, {true, true}},
+      {"LargerWins", {{{0, 0, 10, 10}, 1}, {{9, 0, 20, 10}, 2}}, {none}, {false, true}},
+      {"FirstOfEquals", {{{0, 0, 10, 10}, 1}, {{9, 9, 20, 20}, 1}}, {none}, {true, false}},
+      {"OutsideTheArea", {{{-1, 0, 10, 10}, 1}, {{95, 95, 101, 99}, 1}}, {none}, {false, false}},
+      {"Line", {{inTheWay, 1}}, {line}, {true}},
+      {"LineThroughAMinorLabel", {{inTheWay, 1}, {{0, 0, 5, 5}, 100}}, {line}, {false, true}},
+      {"LineLastServed", {{inTheWay, 2}, {{45, 30, 55, 45}, 1}}, {line}, {false, true}},
+      {"Flank", {{inTheWay, 1}}, {none, flank}, {false}},
+      {"BesideTheFlank", {{{46, 40, 56, 60}, 1}}, {flank}, {true}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(LabelsWithRoom(c.labels, c.traces, area, 2, {}, 10), c.chosen) << c.name;
+  }
+  EXPECT_EQ(LabelsWithRoom({{{0, 0, 9, 9}, 1}, {{20, 0, 29, 9}, 2}}, {}, area, 2, {}, 1),
+            (std::vector<bool>{false, true}));
+  EXPECT_EQ(LabelsWithRoom({{{0, 0, 9, 9}, 1}}, {}, area, 2, {{5, 5, 6, 6}}, 1),
+            std::vector<bool>{false});
+}
+
+TEST(HostRun, PeaksOfTheFileBecomeRecords) {
+  RunData run = DemoRun();
+  Peak peak;
+  peak.channel = 1;
+  peak.name = "first";
+  peak.apexS = 584.26;  // a little off the apex
+  peak.startS = 560;
+  peak.endS = 610;
+  peak.baselineStart = 1.0;
+  peak.baselineEnd = 2.0;
+  peak.amount = 5;
+  run.peaks = {peak};
+  run.peaks[0].channel = 1;
+  std::string error;
+  const embedded::RunRef host = HostRun(run, error);
+  ASSERT_NE(host, nullptr) << error;
+  host->SetCurrentChannel(1);
+  SetPeaks(run, *host, PeakSource::kFile, 1);
+  ASSERT_EQ(int{host->peakCount}, 1);
+  const PeakRecord record = *host->peaks.At(0);
+  const TChannel& channel = *host->channels.At(1);
+  EXPECT_EQ(record.start, 5600);
+  EXPECT_EQ(record.end, 6100);
+  EXPECT_NEAR(record.apex, 5843, 2);
+  EXPECT_GE(channel.samples[record.apex], channel.samples[record.apex + 1]);
+  EXPECT_NEAR(record.baselineEnd * static_cast<double>(channel.unitsPerCount), 2, 1e-6);
+  EXPECT_EQ(record.amount, 5);
+  EXPECT_STREQ(host->calibration.components.At(record.component - 1)->name, "first");
+
+  // Without limits: those of the detected peak around it.
+  run.peaks[0].startS = run.peaks[0].endS = std::nullopt;
+  SetPeaks(run, *host, PeakSource::kFile, 1);
+  EXPECT_LT(host->peaks.At(0)->start, 5780);
+  EXPECT_GT(host->peaks.At(0)->end, 5890);
+
+  SetPeaks(run, *host, PeakSource::kDetect, 1);
+  EXPECT_GE(int{host->peakCount}, 9);
+}
+
+TEST(HostRun, PeaksThatWouldStandElsewhereAreLeftOut) {
+  RunData run = DemoRun();
+  for (int i = 1; i < 3; ++i) run.channels[static_cast<std::size_t>(i)].startS = 30;
+  std::string error;
+  const embedded::RunRef host = HostRun(run, error);
+  SetPeaks(run, *host, PeakSource::kDetect, 1);
+  host->SetCurrentChannel(0);
+  EXPECT_GT(int{host->peakCount}, 0);
+  host->SetCurrentChannel(1);
+  EXPECT_EQ(int{host->peakCount}, 0);
+  ASSERT_EQ(run.notes.size(), 1U);
+  EXPECT_NE(run.notes[0].find("2 of 3"), std::string::npos) << run.notes[0];
+}
+
+std::uint64_t HashOf(const DisplayOptions& options, RunData run = DemoRun()) {
+  gfx::Surface surface;
+  std::string error;
+  EXPECT_TRUE(DrawPicture(run, options, surface, error)) << error;
+  return surface.Hash();
+}
+
+DisplayOptions Small() {
+  DisplayOptions options;
+  options.widthPx = 500;
+  options.heightPx = 300;
+  return options;
+}
+
+// The demonstration with an auxiliary channel.
+RunData WithAuxiliary() {
+  RunData run = DemoRun();
+  Trace gradient = run.channels[0];
+  gradient.name = "Grad";
+  gradient.unit = "%";
+  for (std::size_t i = 0; i < gradient.values.size(); ++i) {
+    gradient.values[i] = static_cast<double>(i) / 120;
+  }
+  run.auxiliary = {gradient, gradient};
+  run.auxiliary[1].name = "Temp";
+  for (double& value : run.auxiliary[1].values) value = 30;
+  return run;
+}
+
+struct OptionCase {
+  const char* name;
+  std::function<void(DisplayOptions&)> set;
+};
+class Option : public testing::TestWithParam<OptionCase> {};
+TEST_P(Option, ChangesThePicture) {
+  DisplayOptions options = Small();
+  const std::uint64_t before = HashOf(options, WithAuxiliary());
+  GetParam().set(options);
+  EXPECT_NE(HashOf(options, WithAuxiliary()), before);
+}
+using D = DisplayOptions;
+INSTANTIATE_TEST_SUITE_P(
+    All, Option,
+    testing::Values(OptionCase{"Scale", [](D& o) { o.scale = 1.5; }},
+                    OptionCase{"FontSize", [](D& o) { o.fontPx = 9; }},
+                    OptionCase{"From", [](D& o) { o.fromS = 60; }},
+                    OptionCase{"To", [](D& o) { o.toS = 900; }},
+                    OptionCase{"SignalRange",
+                               [](D& o) {
+                                 o.signalRange = SignalRange{0, 50};
+                               }},
+                    OptionCase{"Channels", [](D& o) { o.channels = {"2-3"}; }},
+                    OptionCase{"Current", [](D& o) { o.currentChannel = "254"; }},
+                    OptionCase{"AuxChannels", [](D& o) { o.auxChannels = {"all"}; }},
+                    OptionCase{"AuxInFront", [](D& o) { o.aux = AuxPlace::kFront; }},
+                    OptionCase{"AuxOff", [](D& o) { o.aux = AuxPlace::kOff; }},
+                    OptionCase{"ChannelStep", [](D& o) { o.channelStep = 0; }},
+                    OptionCase{"NoPeaks", [](D& o) { o.peaks = PeakSource::kNone; }},
+                    OptionCase{"FilePeaks", [](D& o) { o.peaks = PeakSource::kFile; }},
+                    OptionCase{"NoLabels", [](D& o) { o.labels = PeakLabels::kNone; }},
+                    OptionCase{"Numbers", [](D& o) { o.labels = PeakLabels::kNumber; }},
+                    OptionCase{"NoBaselines", [](D& o) { o.baselines = false; }},
+                    OptionCase{"PeakTicks", [](D& o) { o.peakTicks = true; }},
+                    OptionCase{"NoFill", [](D& o) { o.fillFirst = o.fillLast = 0; }},
+                    OptionCase{"FillSome", [](D& o) { o.fillFirst = o.fillLast = 2; }},
+                    OptionCase{"Markers", [](D& o) { o.markers = Markers::kAll; }},
+                    OptionCase{"Selected",
+                               [](D& o) {
+                                 o.markers = Markers::kSelected;
+                                 o.selectedPeak = 3;
+                               }},
+                    OptionCase{"Grid", [](D& o) { o.grid = true; }},
+                    OptionCase{"NoSignalAxis", [](D& o) { o.signalAxis = false; }},
+                    OptionCase{"RelativeAxis", [](D& o) { o.relativeAxis = true; }},
+                    OptionCase{"NameList", [](D& o) { o.names = Names::kList; }},
+                    OptionCase{"Frame", [](D& o) { o.frame = true; }},
+                    OptionCase{"Drift", [](D& o) { o.subtractDrift = true; }},
+                    OptionCase{"Average", [](D& o) { o.traces = TraceStyle::kAverage; }},
+                    OptionCase{"Colours", [](D& o) { o.colours = "classic-dark"; }},
+                    OptionCase{"AxisUnit", [](D& o) { o.axisUnit = TimeUnit::kSecond; }}),
+    [](const auto& c) { return c.param.name; });
+
+TEST(Picture, LabelsFollowThePeaksOfTheFile) {
+  RunData run = DemoRun();
+  Peak peak;
+  peak.apexS = 378;
+  peak.startS = 360;
+  peak.endS = 400;
+  run.peaks = {peak};
+  DisplayOptions options = Small();
+  const std::uint64_t time = HashOf(options, run);
+  run.peaks[0].name = "Caffeine";
+  run.peaks[0].amount = 1.25;
+  const std::uint64_t name = HashOf(options, run);
+  EXPECT_NE(name, time);
+  options.labels = PeakLabels::kNameAndAmount;
+  EXPECT_NE(HashOf(options, run), name);
+  options.labels = PeakLabels::kTime;
+  EXPECT_EQ(HashOf(options, run), time);
+}
+
+TEST(Picture, WhatIsNotThereIsRefused) {
+  const OptionCase cases[] = {
+      {"'9' names none of the 3 channels", [](D& o) { o.channels = {"9"}; }},
+      {"'x' names none of the 3 channels", [](D& o) { o.currentChannel = "x"; }},
+      {"'1' names none of the 0 channels", [](D& o) { o.auxChannels = {"1"}; }},
+      {"nothing lies between --from and --to", [](D& o) { o.fromS = 5000; }},
+      {"nothing lies between --from and --to", [](D& o) { o.toS = -1; }},
+  };
+  for (const OptionCase& c : cases) {
+    DisplayOptions options = Small();
+    c.set(options);
+    RunData run = DemoRun();
+    gfx::Surface surface;
+    std::string error;
+    EXPECT_FALSE(DrawPicture(run, options, surface, error));
+    EXPECT_EQ(error, c.name);
+  }
+}
+
+}  // namespace
+}  // namespace app
