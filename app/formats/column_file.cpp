@@ -1,4 +1,5 @@
 #include "app/formats/column_file.h"
+#include "app/formats/dialect.h"
 
 #include <algorithm>
 #include <array>
@@ -15,21 +16,6 @@ namespace app {
 namespace {
 
 constexpr double kNoValue = std::numeric_limits<double>::quiet_NaN();
-
-struct Dialect {
-  Separator separator;
-  char decimalMark;
-};
-// In the order of preference where they explain the same number of rows.
-constexpr std::array kDialects = {
-    Dialect{Separator::kTab, '.'},       Dialect{Separator::kTab, ','},
-    Dialect{Separator::kSemicolon, '.'}, Dialect{Separator::kSemicolon, ','},
-    Dialect{Separator::kComma, '.'},     Dialect{Separator::kComma, ','},
-    Dialect{Separator::kBlanks, '.'},    Dialect{Separator::kBlanks, ','},
-};
-
-// A row that interrupts nothing: header rows may look like data (a row of wavelengths).
-constexpr std::size_t kMaxHeaderRows = 3;
 
 bool IsBlankLine(std::string_view line) { return Trim(line).empty(); }
 

@@ -1,5 +1,5 @@
-// netCDF files of the classic kinds CDF-1 and CDF-2 (format: Unidata, "NetCDF Classic Format
-// Specification"). An own reader, because files from outside may be damaged, and the usual library
+// netCDF files of the classic kinds CDF-1 and CDF-2 (format: the NetCDF User's Guide, "The NetCDF
+// Classic Format"). An own reader, because files from outside may be damaged, and the usual library
 // does not survive damaged headers.
 #pragma once
 

@@ -1,30 +1,12 @@
 #include "app/formats/table.h"
+#include "app/formats/dialect.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <limits>
 #include <map>
 
 namespace app {
-
-namespace {
-
-struct Dialect {
-  Separator separator;
-  char decimalMark;
-};
-// In the order of preference where they give as many numbers.
-constexpr std::array kDialects = {
-    Dialect{Separator::kTab, '.'},       Dialect{Separator::kTab, ','},
-    Dialect{Separator::kSemicolon, '.'}, Dialect{Separator::kSemicolon, ','},
-    Dialect{Separator::kComma, '.'},     Dialect{Separator::kComma, ','},
-    Dialect{Separator::kBlanks, '.'},    Dialect{Separator::kBlanks, ','},
-};
-
-constexpr std::size_t kMaxHeaderRows = 3;
-
-}  // namespace
 
 // Rows of one number of cells.
 struct Table::Shape {
