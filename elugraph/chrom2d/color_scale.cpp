@@ -1,0 +1,117 @@
+#include "elugraph/chrom2d/color_scale.h"
+
+#include <strings.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+constexpr const char* kSection = "CHROM_2D_COLORS";
+constexpr const char* kFormulaKey = "FORMULA";
+// Keeps the highest value below the last entry.
+constexpr double kBelowOne = 0.999999999999;
+
+// The settings key of a table entry.
+class ColorKey : public PrintBuffer<100> {
+ public:
+  explicit ColorKey(int entry) { sprintf(*this, "COLOR%.2d", entry); }
+};
+
+constinit ColorScale scale{
+    {{0, 0, 0}, {255, 255, 255}}, 2, ScaleFormula::LINE, kDefaultLogBase, 0, 0, 0};
+
+double IntegerPower(double base, int exponent) {
+  double result = 1.0;
+  for (unsigned left = static_cast<unsigned>(std::abs(exponent)); left != 0; left >>= 1) {
+    if ((left & 1) != 0) result *= base;
+    base *= base;
+  }
+  return exponent < 0 ? 1.0 / result : result;
+}
+
+str ReadEntry(const char* key) {
+  str value;
+  GetIniFileEntry(value, kSection, key, nullptr, nullptr);
+  return value;
+}
+
+BYTE Between(BYTE a, BYTE b, int fraction) {
+  return static_cast<BYTE>(a + (((b - a) * fraction) >> 8));
+}
+
+// Where d · s, 0 … 1, lies on the table; below the last entry.
+double PlaceOnTable(double d, double s) {
+  const double place = scale.formula == ScaleFormula::LOG
+                           ? std::log((d * scale.sLog) * s + 1.0) * scale.kLog
+                           : (d * scale.kLin) * s;
+  if (!(place > 0.0)) return 0.0;
+  return std::min(place, std::max(0.0, scale.kLin));
+}
+
+}  // namespace
+
+ColorScale& TheColorScale() { return scale; }
+
+void BuildColorTable() {
+  for (MapColor& entry : scale.colorTable) entry = {0, 0, 0};
+  scale.colorCount = 0;
+}
+
+void LoadColorSettings() {
+  scale.formula = strcasecmp(ReadEntry(kFormulaKey).c_str(), "LOG") == 0 ? ScaleFormula::LOG
+                                                                         : ScaleFormula::LINE;
+  scale.colorCount = 0;
+  for (int i = 0; i < ColorScale::kMaxColors; ++i) {
+    const str value = ReadEntry(ColorKey(i).text);
+    if (value.empty()) break;
+    scale.colorTable[i] = MapColorOf(static_cast<COLORREF>(std::atoi(value.c_str())));
+    scale.colorCount = i + 1;
+  }
+  if (scale.colorCount < 2) {
+    scale.colorTable[0] = MapColorOf(RGB(0, 0, 0));
+    scale.colorTable[1] = MapColorOf(RGB(255, 255, 255));
+    scale.colorCount = 2;
+  }
+  ResetScaleCoefficients();
+}
+
+void SaveColorSettings() {
+  const bool log = scale.formula == ScaleFormula::LOG;
+  vsetinifile(kSection, kFormulaKey, log ? "LOG" : "LINE", nullptr);
+  for (int i = 0; i < scale.colorCount; ++i) {
+    PrintBuffer<100> value;
+    sprintf(value, "%u", static_cast<unsigned>(ColorRefOf(scale.colorTable[i])));
+    vsetinifile(kSection, ColorKey(i).text, value.text, nullptr);
+  }
+  for (int i = scale.colorCount; i < ColorScale::kMaxColors; ++i) {
+    const ColorKey key(i);
+    if (ReadEntry(key.text).empty()) break;
+    vsetinifile(kSection, key.text, nullptr, nullptr);
+  }
+}
+
+void UpdateScaleCoefficients() {
+  const int last = scale.colorCount - 1;
+  scale.kLin = last * kBelowOne;
+  scale.kLog = kBelowOne / std::log(scale.logBase);
+  scale.sLog = IntegerPower(scale.logBase, last) - 1.0;
+}
+
+void ResetScaleCoefficients() {
+  scale.logBase = kDefaultLogBase;
+  UpdateScaleCoefficients();
+}
+
+MapColor ColorOfValue(const ValueRange& range, LONG v) {
+  const auto d = static_cast<double>(std::int64_t{v} - range.lo);
+  const double place = PlaceOnTable(d, range.s);
+  const int entry = static_cast<int>(place);
+  const int fraction = static_cast<int>(place * 256) & 255;
+  const MapColor& a = scale.colorTable[entry];
+  const MapColor& b = scale.colorTable[entry + 1];
+  return {Between(a.blue, b.blue, fraction), Between(a.green, b.green, fraction),
+          Between(a.red, b.red, fraction)};
+}
