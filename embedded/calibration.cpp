@@ -52,13 +52,14 @@ double CalibrationCurve::AmountAt(double response) const {
   const double q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
   const double first = q / a;
   const double second = q != 0.0 ? c / q : first;
+  // The solutions lie as far to the one side of the vertex as to the other.
   const double middle = 0.5 * (lowestAmount + highestAmount);
   return std::fabs(first - middle) < std::fabs(second - middle) ? first : second;
 }
 
 double CalibrationCurve::WeightAt(double amount) const {
   if (weighting == Weighting::kNone) return 1.0;
-  const double weighed = amount > 0.0 ? amount : lowestAmount;
+  const double weighed = amount > 0.0 ? amount : lowestPositive;
   if (!(weighed > 0.0)) return 1.0;
   return weighting == Weighting::kInverseAmount ? 1.0 / weighed : 1.0 / (weighed * weighed);
 }

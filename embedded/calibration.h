@@ -44,17 +44,21 @@ class ConfidenceBand {
 struct CalibrationCurve {
   std::vector<double> coefficients;  // ascending; empty: there is no curve
   Weighting weighting = Weighting::kNone;
-  double lowestAmount = 0.0;  // above 0: the smallest weighted amount
+  // Range of the standards' amounts, and the smallest one above 0 (0: there is none).
+  double lowestAmount = 0.0;
   double highestAmount = 0.0;
+  double lowestPositive = 0.0;
   std::shared_ptr<const ConfidenceBand> band;  // may be empty
 
   // 0 without a curve.
   double ResponseAt(double amount) const;
   // Slope of the curve, response per amount.
   double SlopeAt(double amount) const;
-  // The amount of a response: of two solutions the one nearer to the middle of the standards'
-  // range; where a quadratic curve does not reach the response, the amount at its vertex. 0 without
-  // a curve, and for a constant one.
+  // The amount of a response. Of two solutions the one on the side of the vertex where the middle
+  // of the standards' range lies, so that amounts change in one direction with the response; where
+  // a quadratic curve does not reach the response, the amount at its vertex. Outside the standards
+  // the curve is continued, below zero too: a response below a positive constant term has a
+  // negative amount. 0 without a curve, and for a constant one.
   double AmountAt(double response) const;
   // Weight of a single response at `amount`: 1, 1/amount or 1/amount².
   double WeightAt(double amount) const;

@@ -50,14 +50,16 @@ std::string FindUsed(std::span<const Standard> standards, std::vector<Standard>&
 }
 
 void FindRange(const std::vector<Standard>& used, CalibrationCurve& curve) {
-  double lowest = std::numeric_limits<double>::infinity();
-  double highest = -lowest;
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  double positive = kInfinity;
+  curve.lowestAmount = kInfinity;
+  curve.highestAmount = -kInfinity;
   for (const Standard& each : used) {
-    highest = std::max(highest, each.amount);
-    if (each.amount > 0.0) lowest = std::min(lowest, each.amount);
+    curve.lowestAmount = std::min(curve.lowestAmount, each.amount);
+    curve.highestAmount = std::max(curve.highestAmount, each.amount);
+    if (each.amount > 0.0) positive = std::min(positive, each.amount);
   }
-  curve.lowestAmount = std::isfinite(lowest) ? lowest : 0.0;
-  curve.highestAmount = highest;
+  curve.lowestPositive = std::isfinite(positive) ? positive : 0.0;
 }
 
 double RSquared(const Eigen::VectorXd& weights, const Eigen::VectorXd& responses, double residual,
@@ -84,7 +86,7 @@ std::string FitCurve(std::span<const Standard> standards, const FitOptions& opti
   CalibrationCurve fitted;
   fitted.weighting = options.weighting;
   FindRange(used, fitted);
-  if (options.weighting != Weighting::kNone && !(fitted.lowestAmount > 0.0)) {
+  if (options.weighting != Weighting::kNone && !(fitted.lowestPositive > 0.0)) {
     return "no amount above 0 to weigh by";
   }
 

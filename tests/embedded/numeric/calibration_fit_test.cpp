@@ -178,5 +178,16 @@ TEST(CalibrationFit, RefusesWhatDeterminesNoCurve) {
   EXPECT_NEAR(exact.ResponseAt(2.0), 5.0, 1e-12);
 }
 
+// Amounts below zero (logarithms, say) belong to the range: the vertex lies right of its middle.
+TEST(CalibrationFit, AmountsAreReadOnTheSideOfTheStandards) {
+  std::vector<Standard> standards;
+  for (const double x : {-10.0, -5.0, 0.0, 6.0}) standards.push_back({x, 100 - (x - 2) * (x - 2)});
+  CalibrationCurve curve;
+  ASSERT_EQ(FitCurve(standards, {CurveShape::kQuadratic, false, Weighting::kNone}, curve), "");
+  for (const double amount : {-12.0, -10.0, -3.0, 1.0}) {
+    EXPECT_NEAR(curve.AmountAt(curve.ResponseAt(amount)), amount, 1e-6);
+  }
+}
+
 }  // namespace
 }  // namespace embedded
