@@ -71,10 +71,14 @@ class TChromRender::AxesPainter {
         current_(current),
         hdc_(hdc),
         flags_(flags),
+        timeUnit_(HostText(view_.xunitsTxt())),
         unit_(UnitOf(&current)),
+        timePerPixel_(chrom_.units(view_.timePerPixel)),
+        timeAtX0_(chrom_.units(view_.t0 + chrom_.timeOffsetMs / 1000.0)),
         half_(render.charHeight / 2),
         third_(render.charHeight / 3),
         grid_((view_.flags & THoldWindow::kGrid) != 0),
+        textColourBefore_(SetTextColor(hdc, view_.colours.axis())),
         gridPenHandle_(CreatePen(PS_DOT, 0, view_.colours.axis())),
         gridPen_(hdc, gridPenHandle_),
         axisPenHandle_(CreatePen(PS_SOLID, AxisWidth(), view_.colours.axis())),
@@ -97,6 +101,7 @@ class TChromRender::AxesPainter {
       SignalAxis();
       if (AnyAuxiliary(chrom_)) AuxiliaryAxis();
     }
+    SetTextColor(hdc_, textColourBefore_);
   }
 
  private:
@@ -110,14 +115,11 @@ class TChromRender::AxesPainter {
 
   // Ticks, numbers, grid and unit of the time axis. Returns where the ticks stand.
   TickPositions TimeTicks() {
-    const std::string unit = HostText(view_.xunitsTxt());
-    const int unitLength = static_cast<int>(unit.size());
-    double timePerPixel = chrom_.units(view_.timePerPixel);
-    const double timeAtX0 = chrom_.units(view_.t0 + chrom_.timeOffsetMs / 1000.0);
+    const int unitLength = static_cast<int>(timeUnit_.size());
     AxisTicks ticks;
-    ticks.ChooseTimeTicks(render_.charWidth * timePerPixel, timeAtX0,
-                          timeAtX0 + view_.plotWidth * timePerPixel);
-    if (timePerPixel == 0) timePerPixel = kTimePerPixelForZero;
+    ticks.ChooseTimeTicks(render_.charWidth * timePerPixel_, timeAtX0_,
+                          timeAtX0_ + view_.plotWidth * timePerPixel_);
+    const double timePerPixel = timePerPixel_ != 0 ? timePerPixel_ : kTimePerPixelForZero;
     const double stepPx = ticks.step / timePerPixel;
     // No number runs into the unit.
     const int limit = TruncToInt32(
@@ -125,7 +127,7 @@ class TChromRender::AxesPainter {
     SetTextAlign(hdc_, TA_CENTER | TA_BOTTOM);
     double value = ticks.first;
     const int end = render_.width - render_.rightReserve;
-    const TickPositions positions(view_.x0 + (ticks.first - timeAtX0) / timePerPixel, stepPx);
+    const TickPositions positions(view_.x0 + (ticks.first - timeAtX0_) / timePerPixel, stepPx);
     positions.Walk(
         1, [end](int x) { return x <= end; },
         [&](int x) {
@@ -133,7 +135,7 @@ class TChromRender::AxesPainter {
           value += ticks.step;
         });
     SetTextAlign(hdc_, TA_RIGHT | TA_BOTTOM);
-    TextOutA(hdc_, render_.width, render_.height, unit.c_str(), unitLength);
+    TextOutA(hdc_, render_.width, render_.height, timeUnit_.c_str(), unitLength);
     return positions;
   }
 
@@ -224,10 +226,15 @@ class TChromRender::AxesPainter {
   const TChannel& current_;
   HDC hdc_;
   int flags_;
+  // The host's answers, all of them there before anything is drawn.
+  std::string timeUnit_;
   std::string unit_;
+  double timePerPixel_;  // these two in the host's time unit
+  double timeAtX0_;
   int half_;  // of a text line
   int third_;
   bool grid_;
+  COLORREF textColourBefore_;
   HPEN gridPenHandle_;  // owned by the holders
   GdiObjectSelector gridPen_;
   HPEN axisPenHandle_;
@@ -239,8 +246,6 @@ void TChromRender::DrawAxes(HDC hdc, int flags) {
     if (View() == nullptr || chrom->channelCount == 0) return;
     const TChannel* current = chrom->channels.At(chrom->curchan());
     if (current == nullptr) return;
-    const COLORREF before = SetTextColor(hdc, View()->colours.axis());
     AxesPainter(*this, *current, hdc, flags).Run();
-    SetTextColor(hdc, before);
   });
 }

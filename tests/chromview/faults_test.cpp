@@ -161,6 +161,19 @@ TEST_F(ChromView, FailuresOfTheHost) {
   EXPECT_EQ(With(other_host::Calls(), "catched"), Strings{"exceptout showchrom catched"});
 }
 
+// The axes stop without a word, and before their first line.
+TEST_F(ChromView, HostWithoutTimeUnits) {
+  AddChannel("a", std::vector<LONG>(100, 10));
+  const Unchanged before(hdc);
+  EXPECT_FALSE(With(Draw(), "#0A0A0A").empty());
+  Host().unitsFail = true;
+  const Strings lines = Draw();
+  EXPECT_EQ(With(lines, "#0A0A0A"), Strings());
+  EXPECT_FALSE(With(lines, "polyline").empty());
+  EXPECT_EQ(other_host::Calls(), (Strings{"bHasRawData", "recalctime"}));
+  before.Check();
+}
+
 TEST_F(ChromView, TextThatEndsInUnreadableMemory) {
   const CutMemory text(5000);
   std::memset(text.data(), 'x', 5000);

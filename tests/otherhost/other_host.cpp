@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <stdexcept>
 
 #include "elugraph/host/controls.h"
 
@@ -204,7 +205,10 @@ bool chromatogram::bHasRawData() {
 }
 double chromatogram::ActualDuration() { return runDurationMs / 1000.0; }
 short& chromatogram::curchan() { return other_host::Answer().currentChannel; }
-double chromatogram::units(double seconds) { return seconds * other_host::Answer().unitsPerSecond; }
+double chromatogram::units(double seconds) {
+  if (other_host::Answer().unitsFail) throw std::runtime_error("units");
+  return seconds * other_host::Answer().unitsPerSecond;
+}
 double chromatogram::rtime(int number) {
   return peaks.At(number - 1)->apex * static_cast<double>(sampleInterval);
 }

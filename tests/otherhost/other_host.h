@@ -21,6 +21,7 @@ struct Answers {
   short currentChannel = 0;
   int splitIndex = 1000;
   double unitsPerSecond = 1.0;
+  bool unitsFail = false;
   std::function<void(const std::string&)> onCall;  // sees each call; may throw or fault
 };
 Answers& Answer();
