@@ -107,12 +107,33 @@ const Scene kScenes[] = {
     {"selected", View::kBaselines | View::kExact, 0,
      [](Stage& g) {
        g.view.colours.entries[3] = kBack;  // baselines in the trace's colour
-       g.AddHumps("a");
+       g.AddHumps("a").visible = 0;        // marking shows the current channel nevertheless
        g.AddTwoPeaks();
        g.AddPeak(75, 76, 75);  // no width
        g.render.selectedPeak = 1;
        g.render.selectedPeakEnd = 3;
        g.render.markMode = 1;
+     }},
+    // Fills begin in the column that the period says, traces where the table does.
+    {"table_filled", View::kBaselines | 1, 0,
+     [](Stage& g) {
+       TestChannel& uneven = g.AddHumps("a");
+       for (LONG i = 0; i < 100; ++i) uneven.table.push_back(250 * i + 90 * (i % 3));
+       uneven.times = uneven.table.data();
+       uneven.timeBase = 100;
+       g.AddTwoPeaks();
+       g.view.t0 = 1.5;
+       g.render.selectedPeak = 2;
+     }},
+    {"table_per_pixel", View::kPerPixel | View::kBaselines | 2, 0,
+     [](Stage& g) {
+       TestChannel& bursts = g.AddHumps("a");
+       for (LONG i = 0; i < 100; ++i) bursts.table.push_back(2'500 * (i / 10) + 100 * (i % 10));
+       bursts.times = bursts.table.data();
+       bursts.description = "in bursts";
+       g.AddTwoPeaks();
+       g.view.t0 = 3;
+       g.render.selectedPeak = 1;
      }},
     {"marked", 1, 0,
      [](Stage& g) {
@@ -217,36 +238,94 @@ TEST_P(Golden, Journal) {
 INSTANTIATE_TEST_SUITE_P(Scenes, Golden, testing::ValuesIn(kScenes),
                          [](const auto& scene) { return scene.param.name; });
 
+struct PictureScene {
+  const char* name;
+  int width, height;
+  int flags;
+  int passFlags;
+  void (*set)(Stage&);
+};
+
+const PictureScene kPictures[] = {
+    {"small", 96, 72, View::kBaselines | View::kExact | View::kPeakTicks | 1,
+     TChromRender::kPassFit,
+     [](Stage& g) {
+       g.AddHumps("UV");
+       g.AddTwoPeaks();
+       g.render.selectedPeak = 2;
+     }},
+    // Wider than the others: the strips alone take 120 pixels.
+    {"two_strips", 200, 96, View::kSignalStrip | View::kGrid | View::kExact, 0,
+     [](Stage& g) {
+       g.AddHumps("UV");
+       g.AddTwoAuxiliary();
+       g.view.auxThickness[0] = 20;
+       g.render.auxPosition = 1;
+     }},
+    {"labels_inside", 96, 96, View::kLabelAll | 2, 0,
+     [](Stage& g) {
+       TestChannel& channel = g.AddHumps("UV");
+       channel.counts[85] = -90;
+       channel.counts[90] = 20;
+       g.AddPeak(10, 20, 40);
+       g.AddPeak(80, 85, 90);
+       g.AddPeak(90, 90, 90);
+       g.view.fullScale = 50;
+       g.view.zeroFraction = 0.5;
+     }},
+    {"nine_stacked", 96, 120, View::kExact, 0,
+     [](Stage& g) {
+       for (const char* name : {"a", "b", "c", "d", "e", "f", "g", "h", "i"}) g.AddHumps(name);
+       for (int i = 0; i < 8; ++i) {
+         const auto part = [i](int bit) { return static_cast<BYTE>((i >> bit & 1) * 200); };
+         g.view.colours.entries[4 + i] = RGB(part(0), part(1), part(2));
+       }
+       g.channel(3).visible = 0;
+       Host().splitIndex = 5;
+       g.view.fullScale = 600;
+       g.view.channelStep = 0.1;
+     }},
+};
+
+class GoldenPicture : public Stage, public testing::WithParamInterface<PictureScene> {};
+
 // Up to one pixel in a hundred may differ, by any amount.
-TEST_F(Stage, Picture) {
-  AddHumps("UV");
-  AddTwoPeaks();
-  render.selectedPeak = 2;
-  view.flags = View::kBaselines | View::kExact | View::kPeakTicks | 1;
-  gfx::Surface surface(96, 72);
+TEST_P(GoldenPicture, Pixels) {
+  const PictureScene& scene = GetParam();
+  gfx::Surface surface(scene.width, scene.height);
   const HDC raster = gfx::CreateRasterContext(surface, gfx::BuiltinText());
-  render.SetSize(96, 72);
+  render.SetSize(scene.width, scene.height);
   render.setFontSize(raster);
+  view.flags = static_cast<WORD>(scene.flags);
+  view.fullScale = 110;
   render.auxPosition = 0;
-  render.xysetfull(raster);
-  RECT rect{0, 0, 96, 72};
-  render.showchrom(raster, true, rect, 0);
+  scene.set(*this);
+  render.scalewindow();
+  RECT rect{0, 0, scene.width, scene.height};
+  render.showchrom(raster, true, rect, scene.passFlags);
   DeleteDC(raster);
-  std::string got = "P6\n96 72\n255\n";
-  for (int i = 0; i < 96 * 72; ++i) {
-    const COLORREF pixel = surface.Pixel(i % 96, i / 96);
-    for (const BYTE part : {GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)}) got += part;
+  std::ostringstream got;
+  got << "P6\n" << scene.width << ' ' << scene.height << "\n255\n";
+  for (int i = 0; i < scene.width * scene.height; ++i) {
+    const COLORREF pixel = surface.Pixel(i % scene.width, i / scene.width);
+    for (const BYTE part : {GetRValue(pixel), GetGValue(pixel), GetBValue(pixel)}) {
+      got << static_cast<char>(part);
+    }
   }
-  const std::string path = GoldenPath("small.ppm");
-  if (Renewing()) std::ofstream(path, std::ios::binary) << got;
-  const std::string wanted = ReadFile(path);
-  ASSERT_EQ(got.size(), wanted.size());
+  const std::string file = std::string(scene.name) + ".ppm";
+  if (Renewing()) std::ofstream(GoldenPath(file), std::ios::binary) << got.str();
+  const std::string wanted = ReadFile(GoldenPath(file));
+  ASSERT_EQ(got.str().size(), wanted.size());
   int different = 0;
-  for (std::size_t i = got.size() % 3; i < got.size(); i += 3) {
-    different += got.compare(i, 3, wanted, i, 3) != 0;
+  for (std::size_t i = wanted.size() % 3; i < wanted.size(); i += 3) {
+    different += got.str().compare(i, 3, wanted, i, 3) != 0;
   }
-  if (different > 0) std::ofstream("chromview_got.ppm", std::ios::binary) << got;
-  EXPECT_LE(different, 96 * 72 / 100) << "got chromview_got.ppm, wanted " << path;
+  if (different > 0) std::ofstream("got_" + file, std::ios::binary) << got.str();
+  EXPECT_LE(different, scene.width * scene.height / 100)
+      << "got got_" << file << ", wanted " << GoldenPath(file);
 }
+
+INSTANTIATE_TEST_SUITE_P(Scenes, GoldenPicture, testing::ValuesIn(kPictures),
+                         [](const auto& scene) { return scene.param.name; });
 
 }  // namespace

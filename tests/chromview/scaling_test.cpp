@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/ui/headless.h"
 #include "tests/chromview/chrom_view.h"
 
 namespace {
@@ -45,16 +46,35 @@ TEST_F(ChromView, Layout) {
   EXPECT_EQ(render.xpost(kNaN), 0);
 }
 
-TEST_F(ChromView, FontsOfAPrintout) {
+TEST_F(ChromView, FontsOfAWindowAndOfAPrintout) {
+  ui::Headless desk;  // measures with the built-in font: 6 × 12 pixels, magnified
+  WNDCLASSA plain{};
+  plain.lpfnWndProc = DefWindowProcA;
+  plain.lpszClassName = "plain";
+  RegisterClassA(&plain);
+  const HWND window = CreateWindowExA(0, "plain", "", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                      nullptr, nullptr, nullptr);
   LOGFONTA logical{};
-  logical.lfHeight = -240;
+  logical.lfHeight = 24;
   const HFONT big = CreateFontIndirectA(&logical);
-  render.SetFonts(big, nullptr);
-  render.setFontSizeW(nullptr);  // by the fonts' own heights
-  EXPECT_EQ(+render.charHeight, 240);
-  EXPECT_NEAR(+render.charWidth, 120, 60);
-  EXPECT_EQ(+render.labelCharWidth, 6) << "what cannot be measured keeps its value";
+  logical.lfHeight = -240;
+  const HFONT huge = CreateFontIndirectA(&logical);
+  const std::size_t objects = gfx::LiveObjects();
+  const auto measure = [&](HFONT main, HFONT label) {
+    render.SetFonts(main, label);
+    render.setFontSizeW(window);
+    return std::vector<LONG>{render.charWidth, render.charHeight, render.labelCharWidth,
+                             render.labelCharHeight};
+  };
+  EXPECT_EQ(measure(big, font), (std::vector<LONG>{12, 24, 6, 12}));
+  EXPECT_EQ(measure(font, nullptr), (std::vector<LONG>{6, 12, 6, 12})) << "no font: as before";
+  DestroyWindow(window);
+  // Without a window by the fonts' own heights, which label fonts take for their width.
+  EXPECT_EQ(measure(huge, font), (std::vector<LONG>{120, 240, 12, 24}));
+  EXPECT_EQ(measure(font, nullptr)[2], 12) << "what cannot be measured keeps its value";
+  EXPECT_EQ(gfx::LiveObjects(), objects);
   DeleteObject(big);
+  DeleteObject(huge);
 }
 
 // 0 but for a hump of 200 at sample 50 and one of 400 at sample 5.

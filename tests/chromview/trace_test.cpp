@@ -1,5 +1,7 @@
 // Which part of a channel is drawn, by which path, and what the incremental marks say afterwards.
 #include <limits>
+#include <map>
+#include <numeric>
 #include <set>
 
 #include "tests/chromview/chrom_view.h"
@@ -123,43 +125,92 @@ TEST_F(ChromView, RangeOfTheView) {
   }
 }
 
-// A run that grows while it is shown leaves no gap and touches only columns that drawing it at once
-// would touch.
-TEST_F(ChromView, AcquisitionInAThousandPieces) {
-  const int total = 5000;
-  TestChannel& tested = AddChannel("a", Ramp(total));
-  const auto columns = [](const Strings& lines, std::set<int>& touched) {
-    for (const std::string& line : With(lines, "polyline")) {
-      const std::vector<POINT> points = TracePoints({line});
-      for (std::size_t i = 1; i < points.size(); ++i) {
-        // What lies right of the view is clipped.
-        for (LONG x = points[i - 1].x; x <= std::min<LONG>(points[i].x, 399); ++x) {
-          touched.insert(x);
+// What the passes of one picture drew per column of the view: touched by lines, and the samples
+// that points lie on. Sample i has the value i and one pixel per count: y tells the sample.
+struct Columns {
+  std::set<LONG> touched;
+  std::map<LONG, std::set<LONG>> samples;
+
+  // `goesOn`: an incremental pass, which takes up the line at a sample already drawn.
+  void Add(const Strings& lines, LONG yOfSample0, bool goesOn) {
+    for (const std::string& line : ChromView::With(lines, "polyline")) {
+      const std::vector<POINT> points = ChromView::TracePoints({line});
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        const POINT p = points[i];
+        if (i > 0) {
+          for (LONG x = points[i - 1].x; x <= std::min<LONG>(p.x, 399); ++x) touched.insert(x);
         }
+        if ((i > 0 || !goesOn) && p.x < 400) samples[p.x].insert(yOfSample0 - p.y);
       }
     }
-  };
-  // From 16 columns per sample to 12.5 samples per column, with and without a time table.
-  for (const auto& [span, table] :
-       {std::pair{6.25, false}, {50, false}, {250, false}, {1250, false}, {1250, true}}) {
-    SCOPED_TRACE(span);
+  }
+};
+
+// A run that grows while it is shown leaves no gap and touches only columns that drawing it at once
+// would touch. What holds for y depends on the path:
+// - one point per sample: the same points;
+// - one sample per column: the same where the samples per column are a whole number. Otherwise each
+//   pass goes on from a truncated sample number and the trace falls behind, less than a sample each
+//   time, and is never ahead;
+// - envelope: at least the same range. Columns at which a pass went on get single samples, too, of
+//   the neighbouring columns.
+TEST_F(ChromView, AcquisitionInAThousandPieces) {
+  const int total = 5000;
+  std::vector<LONG> rising(total);
+  std::iota(rising.begin(), rising.end(), 0);
+  TestChannel& tested = AddChannel("a", rising);
+  view.flags = THoldWindow::kPerPixel;
+  enum Path { kEverySample, kOnePerColumn, kLagging, kEnvelope };
+  const struct {
+    double samplesPerColumn;
+    Path path;
+  } cases[] = {{0.0625, kEverySample}, {0.5, kEverySample}, {1, kEverySample}, {2, kOnePerColumn},
+               {2.5, kLagging},        {12.5, kLagging},    {2.5, kEnvelope},  {12.5, kEnvelope}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.samplesPerColumn);
     tested.lastDrawnIndex = 0;
-    tested.Times(RegularTimes(table ? total : 0, 250));
-    view.flags = THoldWindow::kPerPixel;
-    view.t1 = span;
-    std::set<int> grown;
+    tested.Times(RegularTimes(c.path == kEnvelope ? total : 0, 250));
+    view.t1 = 100 * c.samplesPerColumn;
+    Columns grown, whole;
+    int passes = 0;
+    const RECT tall{0, -2 * total, 400, 300};
     for (int piece = 1; piece <= 1000; ++piece) {
       tested.sampleCount = piece * total / 1000;
       // Nothing can go on from marks that still stand at the first sample.
       const bool goesOn = tested.lastDrawnIndex > 0;
-      columns(Draw(goesOn ? TChromRender::kPassIncremental : 0), grown);
+      const Strings lines = Draw(goesOn ? TChromRender::kPassIncremental : 0, tall);
+      grown.Add(lines, view.plotBottom, goesOn);
+      passes += goesOn ? 1 : 0;
     }
-    std::set<int> whole;
-    columns(Draw(), whole);
-    ASSERT_FALSE(grown.empty());
-    EXPECT_EQ(static_cast<int>(grown.size()), *grown.rbegin() - *grown.begin() + 1) << "a gap";
-    EXPECT_TRUE(std::includes(whole.begin(), whole.end(), grown.begin(), grown.end()));
-    EXPECT_GE(*grown.rbegin(), *whole.rbegin() - 1);
+    whole.Add(Draw(0, tall), view.plotBottom, false);
+    ASSERT_GT(passes, 900);
+    const LONG last = *grown.touched.rbegin();
+    EXPECT_EQ(static_cast<LONG>(grown.touched.size()), last - *grown.touched.begin() + 1) << "gap";
+    EXPECT_TRUE(std::includes(whole.touched.begin(), whole.touched.end(), grown.touched.begin(),
+                              grown.touched.end()));
+    EXPECT_GE(last, *whole.touched.rbegin() - 1);
+    LONG lag = 0;
+    for (const auto& [x, drawn] : grown.samples) {
+      ASSERT_TRUE(whole.samples.contains(x)) << x;
+      const std::set<LONG>& wanted = whole.samples[x];
+      switch (c.path) {
+        case kEverySample:
+        case kOnePerColumn:
+          ASSERT_EQ(drawn, wanted) << x;
+          break;
+        case kLagging:
+          ASSERT_GE(*wanted.begin() - *drawn.rbegin(), 0) << "ahead at " << x;
+          ASSERT_LE(*wanted.begin() - *drawn.begin(), lag + 1)
+              << "more than a sample lost at " << x;
+          lag = *wanted.begin() - *drawn.begin();
+          break;
+        case kEnvelope:
+          ASSERT_LE(*drawn.begin(), *wanted.begin()) << x;
+          ASSERT_GE(*drawn.rbegin(), *wanted.rbegin()) << x;
+          ASSERT_GE(*drawn.begin(), *wanted.begin() - c.samplesPerColumn - 1) << x;
+          ASSERT_LE(*drawn.rbegin(), *wanted.rbegin() + c.samplesPerColumn + 1) << x;
+      }
+    }
   }
 }
 
