@@ -1,4 +1,4 @@
-// Calibration curves against published reference results.
+// Calibration curves against reference results.
 #include "embedded/numeric/calibration_fit.h"
 
 #include <gtest/gtest.h>
@@ -10,27 +10,28 @@
 namespace embedded {
 namespace {
 
-// Statistical Reference Datasets of the National Institute of Standards and Technology, linear
-// regression: https://www.itl.nist.gov/div898/strd/lls/lls.shtml, certified to 15 digits.
 struct Reference {
   const char* name;
-  CurveShape shape;
-  bool throughOrigin;
+  FitOptions options;
   std::vector<Standard> data;  // x, y
   std::vector<double> coefficients, standardErrors;
   double residualDeviation, rSquared;
+  // Half widths of the band at kProbes.
+  std::vector<double> band{};
 };
-class StatisticalReference : public testing::TestWithParam<Reference> {};
+class Fitted : public testing::TestWithParam<Reference> {};
 
-void ExpectDigits(double got, double certified, const char* what) {
-  EXPECT_NEAR(got, certified, 2e-11 * std::fabs(certified)) << what;
+const struct { double level, amount; } kProbes[] = {{0.95, 0.0}, {0.99, 3.0}, {0.9, 20.0}};
+
+void ExpectDigits(double got, double wanted, const char* what) {
+  EXPECT_NEAR(got, wanted, 2e-11 * std::fabs(wanted)) << what;
 }
 
-TEST_P(StatisticalReference, Matches) {
+TEST_P(Fitted, AsTheReference) {
   const Reference& c = GetParam();
   CalibrationCurve curve;
   FitReport report;
-  ASSERT_EQ(FitCurve(c.data, {c.shape, c.throughOrigin, Weighting::kNone}, curve, &report), "");
+  ASSERT_EQ(FitCurve(c.data, c.options, curve, &report), "");
   ASSERT_EQ(curve.coefficients.size(), c.coefficients.size());
   for (std::size_t k = 0; k < c.coefficients.size(); ++k) {
     ExpectDigits(curve.coefficients[k], c.coefficients[k], "coefficient");
@@ -38,7 +39,14 @@ TEST_P(StatisticalReference, Matches) {
   }
   ExpectDigits(report.residualDeviation, c.residualDeviation, "residual deviation");
   ExpectDigits(report.rSquared, c.rSquared, "R squared");
+  for (std::size_t i = 0; i < c.band.size(); ++i) {
+    ExpectDigits(curve.band->HalfWidth(kProbes[i].level, kProbes[i].amount), c.band[i], "band");
+  }
 }
+
+constexpr FitOptions kPlainLine{};
+constexpr FitOptions kPlainOriginLine{CurveShape::kLinear, true, Weighting::kNone};
+constexpr FitOptions kPlainQuadratic{CurveShape::kQuadratic, false, Weighting::kNone};
 
 const std::vector<Standard> kNorris{
     {0.2, 0.1},     {337.4, 338.8}, {118.2, 118.1}, {884.6, 888.0}, {10.1, 9.2},    {226.5, 228.1},
@@ -67,85 +75,115 @@ std::vector<Standard> NoIntercept1() {
   return data;
 }
 
-INSTANTIATE_TEST_SUITE_P(Nist, StatisticalReference,
-                         testing::Values(Reference{"Norris",
-                                                   CurveShape::kLinear,
-                                                   false,
-                                                   kNorris,
-                                                   {-0.262323073774029, 1.00211681802045},
-                                                   {0.232818234301152, 0.429796848199937e-03},
-                                                   0.884796396144373,
-                                                   0.999993745883712},
-                                         Reference{"Pontius",
-                                                   CurveShape::kQuadratic,
-                                                   false,
-                                                   Pontius(),
-                                                   {0.673565789473684e-03, 0.732059160401003e-06,
-                                                    -0.316081871345029e-14},
-                                                   {0.107938612033077e-03, 0.157817399981659e-09,
-                                                    0.486652849992036e-16},
-                                                   0.205177424076185e-03,
-                                                   0.999999900178537},
-                                         Reference{"NoInt1",
-                                                   CurveShape::kLinear,
-                                                   true,
-                                                   NoIntercept1(),
-                                                   {0, 2.07438016528926},
-                                                   {0, 0.165289256198347e-01},
-                                                   3.56753034006338,
-                                                   0.999365492298663},
-                                         Reference{"NoInt2",
-                                                   CurveShape::kLinear,
-                                                   true,
-                                                   {{4, 3}, {5, 4}, {6, 4}},
-                                                   {0, 0.727272727272727},
-                                                   {0, 0.420827318078432e-01},
-                                                   0.369274472937998,
-                                                   0.993348115299335}),
-                         [](const auto& tested) { return tested.param.name; });
+// Statistical Reference Datasets of the National Institute of Standards and Technology, linear
+// regression: https://www.itl.nist.gov/div898/strd/lls/lls.shtml, certified to 15 digits.
+const Reference kNist[] = {{"Norris",
+                            kPlainLine,
+                            kNorris,
+                            {-0.262323073774029, 1.00211681802045},
+                            {0.232818234301152, 0.429796848199937e-03},
+                            0.884796396144373,
+                            0.999993745883712},
+                           {"Pontius",
+                            kPlainQuadratic,
+                            Pontius(),
+                            {0.673565789473684e-03, 0.732059160401003e-06, -0.316081871345029e-14},
+                            {0.107938612033077e-03, 0.157817399981659e-09, 0.486652849992036e-16},
+                            0.205177424076185e-03,
+                            0.999999900178537},
+                           {"NoInt1",
+                            kPlainOriginLine,
+                            NoIntercept1(),
+                            {0, 2.07438016528926},
+                            {0, 0.165289256198347e-01},
+                            3.56753034006338,
+                            0.999365492298663},
+                           {"NoInt2",
+                            kPlainOriginLine,
+                            {{4, 3}, {5, 4}, {6, 4}},
+                            {0, 0.727272727272727},
+                            {0, 0.420827318078432e-01},
+                            0.369274472937998,
+                            0.993348115299335}};
 
-// A weight is worth as many equal standards: weights 1/x with x = 1, 1/2 and 1/4.
-TEST(CalibrationFit, WeightsCountAsRepetitions) {
-  const std::vector<Standard> once{{1.0, 2.1}, {0.5, 0.8}, {0.25, 0.7}};
-  for (const auto& [weighting, power] :
-       {std::pair{Weighting::kInverseAmount, 1}, std::pair{Weighting::kInverseAmountSquared, 2}}) {
-    std::vector<Standard> repeated;
-    for (const Standard& each : once) {
-      const int times = static_cast<int>(std::lround(std::pow(each.amount, -power)));
-      repeated.insert(repeated.end(), static_cast<std::size_t>(times), each);
-    }
-    for (const bool origin : {false, true}) {
-      CalibrationCurve weighted, plain;
-      FitReport weightedReport, plainReport;
-      ASSERT_EQ(FitCurve(once, {CurveShape::kLinear, origin, weighting}, weighted, &weightedReport),
-                "");
-      ASSERT_EQ(
-          FitCurve(repeated, {CurveShape::kLinear, origin, Weighting::kNone}, plain, &plainReport),
-          "");
-      EXPECT_NEAR(weighted.coefficients[0], plain.coefficients[0], 1e-13);
-      EXPECT_NEAR(weighted.coefficients[1], plain.coefficients[1], 1e-13);
-      EXPECT_NEAR(weightedReport.rSquared, plainReport.rSquared, 1e-13);
-      EXPECT_DOUBLE_EQ(weighted.WeightAt(0.25), power == 1 ? 4.0 : 16.0);
-    }
-  }
-}
+// Numbers of a computation apart: the normal equations in exact fractions, Student's t from its
+// finite series (M. Abramowitz, I. A. Stegun, Handbook of Mathematical Functions, 26.7.3
+// and 26.7.4) in decimal arithmetic of 40 digits. The standard of amount 0 weighs as that of 0.5.
+const std::vector<Standard> kDilutions{{0, 0.4}, {0.5, 1.3}, {1, 2.1},  {2, 4.4},
+                                       {4, 7.6}, {8, 15.9},  {16, 29.5}};
+const Reference kExact[] = {{"Line",
+                             kPlainLine,
+                             kDilutions,
+                             {0.4928571428571429, 1.8333333333333333},
+                             {0.2020681645969, 0.02894080364754},
+                             0.4087728441265,
+                             0.9987555784415,
+                             {0.5194327534732, 0.647096530033, 0.9560273120223}},
+                            {"LineByAmount",
+                             {CurveShape::kLinear, false, Weighting::kInverseAmount},
+                             kDilutions,
+                             {0.3859093730602, 1.856652182909},
+                             {0.08019488684497, 0.03481714958484},
+                             0.1756001208472,
+                             0.998244776712,
+                             {0.2061475194346, 0.4030400610512, 1.340158684485}},
+                            {"LineByAmountSquared",
+                             {CurveShape::kLinear, false, Weighting::kInverseAmountSquared},
+                             kDilutions,
+                             {0.3778002894356, 1.857276893391},
+                             {0.040370174879, 0.05034694205565},
+                             0.1048696155992,
+                             0.9963392495227,
+                             {0.1037748382454, 0.5413583692665, 1.987428855738}},
+                            {"Quadratic",
+                             {CurveShape::kQuadratic, false, Weighting::kNone},
+                             kDilutions,
+                             {0.2570565386275, 2.000795484572, -0.01062110925833},
+                             {0.1995911745325, 0.0874549443877, 0.005352023804633},
+                             0.3244177097778,
+                             0.9993729494575,
+                             {0.5541539395715, 0.7079948974795, 1.459787893234}},
+                            {"QuadraticByAmount",
+                             {CurveShape::kQuadratic, false, Weighting::kInverseAmount},
+                             kDilutions,
+                             {0.3431718734195, 1.931057425598, -0.006116747683124},
+                             {0.09288232545354, 0.0863591031017, 0.006482738447093},
+                             0.1775591984295,
+                             0.9985643152407,
+                             {0.2578826778649, 0.768850077849, 2.678410667537}},
+                            {"QuadraticByAmountSquared",
+                             {CurveShape::kQuadratic, false, Weighting::kInverseAmountSquared},
+                             kDilutions,
+                             {0.3782378732412, 1.855933123154, 0.0002012582599064},
+                             {0.04988286525621, 0.08616470365717, 0.009770985783704},
+                             0.1172415771984,
+                             0.9963396377577,
+                             {0.1384970370738, 0.7976957117995, 6.069471228106}},
+                            {"LineThroughOriginByAmount",
+                             {CurveShape::kLinear, true, Weighting::kInverseAmount},
+                             kDilutions,
+                             {0.0, 1.930158730159},
+                             {0.0, 0.06777742153234},
+                             0.3803998348995,
+                             0.9926559766849,
+                             {0, 0.7538397354064, 2.634074979716}},
+                            {"QuadraticThroughOriginByAmountSquared",
+                             {CurveShape::kQuadratic, true, Weighting::kInverseAmountSquared},
+                             kDilutions,
+                             {0.0, 2.26980721393, -0.03135216773276},
+                             {0.0, 0.2338158119345, 0.0310036747657},
+                             0.4111641374669,
+                             0.9693845384,
+                             {0, 2.198830258544, 19.63212003919}}};
 
-// The textbook's form for a straight line, with tabulated quantiles of Student's t.
-TEST(CalibrationFit, BandOfAStraightLine) {
+const auto kName = [](const auto& tested) { return std::string(tested.param.name); };
+INSTANTIATE_TEST_SUITE_P(Nist, Fitted, testing::ValuesIn(kNist), kName);
+INSTANTIATE_TEST_SUITE_P(Exact, Fitted, testing::ValuesIn(kExact), kName);
+
+TEST(CalibrationFit, BandOfNoProbability) {
   CalibrationCurve curve;
-  FitReport report;
-  ASSERT_EQ(FitCurve(kNorris, {}, curve, &report), "");
-  double mean = 0.0, spread = 0.0;
-  for (const Standard& each : kNorris) mean += each.amount / 36.0;
-  for (const Standard& each : kNorris) spread += (each.amount - mean) * (each.amount - mean);
-  for (const auto& [level, t] : {std::pair{0.95, 2.032244509}, std::pair{0.99, 2.728394367}}) {
-    for (double x : {-50.0, 0.0, mean, 1200.0}) {
-      const double expected =
-          t * report.residualDeviation * std::sqrt(1.0 / 36.0 + (x - mean) * (x - mean) / spread);
-      EXPECT_NEAR(curve.band->HalfWidth(level, x), expected, 1e-8 * expected) << level << " " << x;
-    }
-  }
-  for (double level : {0.0, 1.0, -0.5, 95.0, std::nan("")}) {
+  ASSERT_EQ(FitCurve(kNorris, {}, curve), "");
+  for (const double level : {0.0, 1.0, -0.5, 95.0, std::nan("")}) {
     EXPECT_EQ(curve.band->HalfWidth(level, 1.0), 0.0) << level;
   }
 }
@@ -157,12 +195,11 @@ TEST(CalibrationFit, RefusesWhatDeterminesNoCurve) {
     FitOptions options;
     const char* cause;
   };
-  const FitOptions quadratic{CurveShape::kQuadratic, false, Weighting::kNone};
   for (const Case& c :
        {Case{{{1, 2}}, {}, "1 standards"}, Case{{{1, 2}, {3, 4, true}}, {}, "1 standards"},
         Case{{{1, 2}, {1, 4}}, {}, "do not determine"},
-        Case{{{0, 2}, {0, 4}}, {CurveShape::kLinear, true, {}}, "do not determine"},
-        Case{{{1, 2}, {2, 4}, {1, 3}, {2, 5}}, quadratic, "do not determine"},
+        Case{{{0, 2}, {0, 4}}, kPlainOriginLine, "do not determine"},
+        Case{{{1, 2}, {2, 4}, {1, 3}, {2, 5}}, kPlainQuadratic, "do not determine"},
         Case{{{1, nan}, {2, 4}}, {}, "standard 1"},
         Case{{{-1, 2}, {0, 4}},
              {CurveShape::kLinear, false, Weighting::kInverseAmount},
