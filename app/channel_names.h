@@ -1,0 +1,17 @@
+// Where the names of a plot's channels stand.
+#pragma once
+
+#include <vector>
+
+#include "app/plot.h"
+
+namespace app {
+
+// Where the view writes the names, auxiliary ones last. Those that it leaves out are missing.
+std::vector<RECT> NameBoxes(Plot& plot);
+
+// Names beside the traces, or as a list; where neither has room, with the auxiliary traces lower or
+// without the names' descriptions. Fits the plot.
+void ChooseNames(Plot& plot);
+
+}  // namespace app

@@ -1,0 +1,23 @@
+// Times, current channel and scales of a plot.
+#pragma once
+
+#include <string>
+
+#include "app/plot.h"
+
+namespace app {
+
+// The visible time range. False, and the cause in `error`, where no sample lies in it.
+bool SetTimes(Plot& plot, std::string& error);
+
+// The channel that axis and labels belong to. Without a wish that is the first one, of the unit of
+// the first channel, that has at least half the widest range; if possible, one that can show its
+// peaks. False, and the cause in `error`, where the wish names none.
+bool SetCurrent(Plot& plot, std::string& error);
+
+// Stacks the channels, and scales such that every channel fits on its zero line, the labels above
+// their peaks, and the auxiliary traces below plot.auxHeadroom. Needs times, current channel and
+// peaks.
+void Fit(Plot& plot);
+
+}  // namespace app

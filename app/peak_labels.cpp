@@ -1,0 +1,128 @@
+#include "app/peak_labels.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/channel_names.h"
+#include "app/fit.h"
+#include "app/host_run.h"
+#include "app/trace_bands.h"
+
+namespace app {
+namespace {
+
+constexpr double kFlatPx = 4;  // peaks lower than this are hardly more than a line
+
+bool IsVertical(const Plot& plot, const PeakRecord& peak) {
+  return plot.LabelMode() == 2 || (plot.LabelMode() > 2 && peak.component != 0);
+}
+
+// As the view makes it.
+std::string LabelText(const Plot& plot, int number) {
+  const PeakRecord& peak = *plot.host.peaks.At(number - 1);
+  const component* of = plot.host.calibration.components.At(peak.component - 1);
+  const int mode = plot.LabelMode();
+  char text[100];
+  if (mode == 2) {
+    std::snprintf(text, sizeof text, "%.2f", plot.host.units(plot.host.rtime(number)));
+  } else if (mode == 3 && of != nullptr) {
+    std::snprintf(text, sizeof text, "%s", of->name);
+  } else if (mode == 4 && of != nullptr) {
+    std::snprintf(text, sizeof text, "%s %.3f", of->name, static_cast<double>(peak.amount));
+  } else {
+    std::snprintf(text, sizeof text, "%d", number);
+  }
+  return text;
+}
+
+// The view labels all peaks or none; but a component may have any name, an empty one too, so that
+// the labels become names.
+std::vector<PeakRecord> TableWith(const Plot& plot, const std::vector<LabelBox>& boxes,
+                                  const std::vector<bool>& chosen) {
+  // One of the spare components has the empty name.
+  const WORD noName = static_cast<WORD>(NamedComponents(plot.run) + 1);
+  WORD next = static_cast<WORD>(noName + 1);
+  const double flat = kFlatPx * plot.view.unitsPerPixel /
+                      static_cast<double>(plot.Channel(plot.Current()).unitsPerCount);
+  std::vector<PeakRecord> table;
+  for (int k = 1; k <= plot.host.peaks.count; ++k) {
+    const auto index = static_cast<std::size_t>(k) - 1;
+    PeakRecord peak = *plot.host.peaks.At(k - 1);
+    if (!chosen[index]) {
+      if (boxes[index].weight < flat) continue;
+      peak.component = noName;
+    } else if (!IsVertical(plot, peak)) {
+      peak.component = 0;
+    } else {
+      component& of = *plot.host.calibration.components.At(next - 1);
+      std::snprintf(of.name, sizeof of.name, "%s", LabelText(plot, k).c_str());
+      peak.component = next++;
+    }
+    table.push_back(peak);
+  }
+  return table;
+}
+
+}  // namespace
+
+void SetLabels(Plot& plot) {
+  int mode = static_cast<int>(plot.options.labels) - static_cast<int>(PeakLabels::kNone);
+  if (plot.options.labels == PeakLabels::kAuto) {
+    bool names = false;
+    for (LONG i = 0; i < plot.host.peaks.count; ++i) {
+      const component* of =
+          plot.host.calibration.components.At(plot.host.peaks.At(i)->component - 1);
+      names = names || (of != nullptr && of->name[0] != '\0');
+    }
+    mode = names ? 3 : 2;
+  }
+  plot.SetFlags(static_cast<WORD>(mode), true);
+}
+
+LabelBox BoxOf(Plot& plot, int number) {
+  const PeakRecord& peak = *plot.host.peaks.At(number - 1);
+  const bool vertical = IsVertical(plot, peak);
+  const std::string text = LabelText(plot, number);
+  const TChannel& channel = plot.Channel(plot.Current());
+  const double time = static_cast<double>(plot.host.sampleInterval) * peak.apex;
+  const LONG x = static_cast<LONG>(
+      std::floor(plot.view.x0 + (time - plot.view.t0) / plot.view.timePerPixel + 0.5));
+  const LONG bottom = plot.Rows(plot.Current()).Pixel(peak.apex) - 2 * plot.render.charHeight / 3;
+
+  SIZE extent{0, 0};
+  const HGDIOBJ previous =
+      SelectObject(plot.hdc, vertical ? plot.labelFont.Handle() : plot.font.Handle());
+  GetTextExtentPoint32A(plot.hdc, text.c_str(), static_cast<int>(text.size()), &extent);
+  SelectObject(plot.hdc, previous);
+  const double height = (channel.samples[peak.apex] -
+                         0.5 * (static_cast<double>(peak.baselineStart) + peak.baselineEnd));
+  if (vertical) {
+    const LONG right = x + plot.render.charHeight / 2;
+    return {{right - extent.cy, bottom - extent.cx, right, bottom}, height};
+  }
+  return {{x - extent.cx / 2, bottom - extent.cy, x + extent.cx / 2, bottom}, height};
+}
+
+void DropCrowdedLabels(Plot& plot) {
+  const LONG count = plot.host.peaks.count;
+  if (plot.LabelMode() == 0 || count == 0) return;
+  std::vector<LabelBox> boxes;
+  for (int k = 1; k <= count; ++k) boxes.push_back(BoxOf(plot, k));
+  const RECT area{plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
+                  plot.render.height};
+  const std::vector<bool> chosen =
+      LabelsWithRoom(boxes, BandsOf(plot), area, static_cast<int>(plot.render.charHeight / 5),
+                     NameBoxes(plot), kSpareComponents - 1);
+  if (std::find(chosen.begin(), chosen.end(), false) == chosen.end()) return;
+
+  std::vector<PeakRecord> table = TableWith(plot, boxes, chosen);
+  static_cast<void>(plot.host.SetPeaks(plot.host.curchan(), std::move(table), true));
+  plot.SetFlags(THoldWindow::kLabelMode, false);
+  plot.SetFlags(3, true);
+  Fit(plot);
+}
+
+}  // namespace app

@@ -1,0 +1,20 @@
+// The labels of a plot's peaks.
+#pragma once
+
+#include "app/label_room.h"
+#include "app/plot.h"
+
+namespace app {
+
+// The label mode that the options ask for. Needs peaks.
+void SetLabels(Plot& plot);
+
+// Where the view writes the label of a peak of the current channel, from 1, above its apex.
+LabelBox BoxOf(Plot& plot, int number);
+
+// Takes away the labels of the current channel's peaks that would be unreadable, those of smaller
+// peaks first. What remains of such a label is its tick; peaks too flat to be seen go without it.
+// Fits the plot again.
+void DropCrowdedLabels(Plot& plot);
+
+}  // namespace app
