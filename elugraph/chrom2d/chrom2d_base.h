@@ -1,6 +1,8 @@
 // The map window: a run's spectral channels as colours over time and wavelength.
 #pragma once
 
+#include <memory>
+
 #include "elugraph/heightmap/height_map.h"
 #include "elugraph/host/chromatogram_ref.h"
 #include "elugraph/host/controls.h"
@@ -52,14 +54,15 @@ class ELUGRAPH_API TChrom2DBase : public TLastPaintDlg {
 
   // Column of a time (seconds) and row of a wavelength, rounded half up, limited to 16 bits with a
   // sign; also outside the map. An unbounded time (above half the largest double) is at the far
-  // right; without a span all times are at the left, all wavelengths below the map.
+  // right. Without a span all times are at the map's left and all wavelengths at its bottom, one
+  // below its last row, as is what is not a number.
   int Time2X(double time);
   int ChanV2Y(double wavelength);
   // The inverse on the map's columns and rows; 0 where the map has fewer than two.
   double X2Time(int x);
   double Y2ChanV(int y);
-  // Channel of the wavelength nearest to a wavelength, or to a row's; the upper one on a tie, 0
-  // without spectral channels.
+  // Channel of the wavelength nearest to a wavelength, or to a row's; the upper one on a tie, the
+  // last one for what is not a number, 0 without spectral channels.
   short GetMapChannel(double wavelength);
   short GetMapChannel(int y);
 
@@ -77,13 +80,13 @@ class ELUGRAPH_API TChrom2DBase : public TLastPaintDlg {
   static COLORREF axis_col;  // axes, texts, paths; black
 
   bool resizePending = false;
-  Bitmap* picture = nullptr;  // owned; 3 bytes per pixel; null: to be made
-  chromatogram* chrom;        // a counted reference
+  std::unique_ptr<Bitmap> picture;  // 3 bytes per pixel, the map's extent; null: to be made
+  ChromatogramRef chrom;
   HeightMap heightMap;
   double timeFrom = 0.0;  // seconds at the map's first and last column
   double timeTo = 0.0;
   double waveFrom = 0.0;  // at the map's last and first row
   double waveTo = 0.0;
   RECT mapRect{0, 0, 0, 0};  // right and bottom excluded
-  HFONT font;                // owned
+  HFONT font = nullptr;      // owned
 };

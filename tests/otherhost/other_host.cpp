@@ -26,12 +26,12 @@ std::map<std::string, std::string>& Settings() {
   return settings;
 }
 
-namespace {
-
 void Called(const std::string& what) {
   Calls().push_back(what);
   if (Answer().onCall) Answer().onCall(what);
 }
+
+namespace {
 
 char empty[1] = "";
 
@@ -164,9 +164,6 @@ int TDoubleMatrix::operator/=(TDoubleMatrix& divisor) {
   }
   return 1;
 }
-
-// ---- controls
-// -------------------------------------------------------------------------------------
 
 SIZE GetTextExtent(HWND, const char* text, HDC hdc, int length) {
   SIZE extent{0, 0};

@@ -14,6 +14,7 @@ namespace other_host {
 
 // What the library called, in order, with the argument where there is one.
 std::vector<std::string>& Calls();
+void Called(const std::string& what);
 // What the host answers.
 struct Answers {
   bool rawData = true;
@@ -22,6 +23,8 @@ struct Answers {
   int splitIndex = 1000;
   double unitsPerSecond = 1.0;
   bool unitsFail = false;
+  bool bitmaps = true;  // false: no memory for them, or for the list of their rows
+  bool rows = true;
   std::function<void(const std::string&)> onCall;  // sees each call; may throw or fault
 };
 Answers& Answer();

@@ -3,6 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
+#include <functional>
+#include <stdexcept>
+
+#include "elugraph/chrom2d/chrom2d_base.h"
 #include "elugraph/trace/each_point.h"
 #include "elugraph/trace/get_time.h"
 #include "elugraph/trace/poly_line_pool.h"
@@ -61,5 +67,80 @@ TEST(OtherHost, SharesTheLibrarysTables) {
   EXPECT_EQ(GetDefaultLineThicknessAux()[3], 0);
   GetDefaultLineThickness()[3] = 0;
 }
+
+// A run of three wavelengths, made by hand.
+struct SpectralRun : chromatogram {
+  SpectralRun() : chromatogram{} {
+    const char* const names[] = {"200", "210", "220"};
+    for (int i = 0; i < 3; ++i) {
+      std::strcpy(list[i].name, names[i]);
+      list[i].samples = samples;
+      list[i].sampleCount = 4;
+      items[i] = &list[i];
+    }
+    channels = {items, 0, 3};
+    channelCount = 3;
+    sampleCount = 4;
+    sampleInterval = 1.0F;
+    window = &display;
+  }
+  const LONG samples[4] = {0, 50, 100, 0};
+  TChannel list[3]{};
+  TChannel* items[3]{};
+  THoldWindow display{};
+};
+
+struct FailureCase {
+  const char* name;
+  std::function<void()> arrange;
+  bool picture, axes;
+};
+
+class MapsOfAnotherHost : public testing::TestWithParam<FailureCase> {
+ protected:
+  void TearDown() override { other_host::Answer() = {}; }
+};
+
+// What the host cannot give costs the picture or the axes, not more.
+TEST_P(MapsOfAnotherHost, ShowWhatTheyCan) {
+  const std::size_t objects = gfx::LiveObjects();
+  std::string journal;
+  const HDC hdc = gfx::CreateJournalContext(journal);
+  SpectralRun run;
+  other_host::Calls().clear();
+  {
+    TChrom2DBase map(nullptr, ResIdCheck(1U, nullptr, RT_DIALOG), &run, nullptr);
+    GetParam().arrange();
+    EXPECT_NO_THROW(map.draw(hdc, {0, 0, 300, 200}));
+    other_host::Answer() = {};
+    other_host::Calls().push_back("drawn");
+  }
+  const auto calls = [](const std::string& what) {
+    const std::vector<std::string>& all = other_host::Calls();
+    return std::count(all.begin(), all.end(), what);
+  };
+  EXPECT_EQ(calls("AddRef"), 1);
+  EXPECT_EQ(calls("Release"), 1);
+  EXPECT_EQ(journal.find("dib") != std::string::npos, GetParam().picture) << journal;
+  EXPECT_EQ(journal.find("\"210\"") != std::string::npos, GetParam().axes) << journal;
+  DeleteDC(hdc);
+  EXPECT_EQ(gfx::LiveObjects(), objects);
+}
+
+void FailAt(const std::string& start) {
+  other_host::Answer().onCall = [start](const std::string& what) {
+    if (what.starts_with(start)) throw std::runtime_error(what);
+  };
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, MapsOfAnotherHost,
+    testing::Values(
+        FailureCase{"Nothing", [] {}, true, true},
+        FailureCase{"NoBitmap", [] { other_host::Answer().bitmaps = false; }, false, true},
+        FailureCase{"NoRows", [] { other_host::Answer().rows = false; }, false, true},
+        FailureCase{"BitmapThrows", [] { FailAt("Bitmap"); }, false, true},
+        FailureCase{"UnitsThrow", [] { other_host::Answer().unitsFail = true; }, true, false}),
+    [](const auto& each) { return each.param.name; });
 
 }  // namespace
