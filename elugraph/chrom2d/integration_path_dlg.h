@@ -9,8 +9,3 @@
 // closes with OK. A run that is null or has no spectral channels shows no map to edit on.
 ELUGRAPH_API HWND CallChromatogramIntegrationPathEdit(HWND parent, chromatogram* chrom,
                                                       SIPath& path);
-
-// Steps of the library's load.
-void LoadEditorCursors();
-void CheckEditorTemplate();
-void ReadDragThresholds();

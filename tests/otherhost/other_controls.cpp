@@ -1,16 +1,23 @@
 // The other host's windows and pictures. Windows are never made here: dialogs of this host exist as
 // objects only, and draw when told to.
-#include <new>
+#include <string>
 
 #include "elugraph/host/controls.h"
 #include "tests/otherhost/other_host.h"
 
 ResId::ResId(const char* resourceName, HMODULE itsModule) : name(resourceName), module(itsModule) {}
 ResId::ResId(unsigned number, HMODULE itsModule) : ResId(MAKEINTRESOURCEA(number), itsModule) {}
-ResIdCheck::ResIdCheck(const char* resourceName, HMODULE itsModule, const char*)
-    : ResId(resourceName, itsModule) {}
-ResIdCheck::ResIdCheck(unsigned number, HMODULE itsModule, const char*)
-    : ResId(number, itsModule) {}
+// This host has no templates.
+ResIdCheck::ResIdCheck(const char* resourceName, HMODULE itsModule, const char* type)
+    : ResId(resourceName, itsModule) {
+  RCerr(type, "not found", *this);
+}
+ResIdCheck::ResIdCheck(unsigned number, HMODULE itsModule, const char* type)
+    : ResIdCheck(MAKEINTRESOURCEA(number), itsModule, type) {}
+void RCerr(const char*, const char* text, const ResId& resource) {
+  other_host::Called(text + std::string(" ") +
+                     std::to_string(reinterpret_cast<std::uintptr_t>(resource.name)));
+}
 
 Thunk::Thunk() = default;
 Thunk::~Thunk() = default;

@@ -11,19 +11,20 @@
 
 namespace other_host {
 
+// None of these is ever destroyed: the library calls until the process ends.
 std::vector<std::string>& Calls() {
-  static std::vector<std::string> calls;
-  return calls;
+  static auto* const calls = new std::vector<std::string>;
+  return *calls;
 }
 
 Answers& Answer() {
-  static Answers answers;
-  return answers;
+  static auto* const answers = new Answers;
+  return *answers;
 }
 
 std::map<std::string, std::string>& Settings() {
-  static std::map<std::string, std::string> settings;
-  return settings;
+  static auto* const settings = new std::map<std::string, std::string>;
+  return *settings;
 }
 
 void Called(const std::string& what) {
@@ -97,11 +98,18 @@ int sprintf(PrintBufferBase& buffer, const char* format, ...) {
 
 str& GetIniFileEntry(str& value, const char* section, const char* key, const char* fallback,
                      const char*) {
+  Called(std::string("read ") + section + "/" + key);
   const auto found = other_host::Settings().find(std::string(section) + "/" + key);
   return value = found != other_host::Settings().end() ? str(found->second.c_str()) : str(fallback);
 }
 bool vsetinifile(const char* section, const char* key, const char* value, const char*) {
-  other_host::Settings()[std::string(section) + "/" + key] = value;
+  const std::string entry = std::string(section) + "/" + key;
+  Called("write " + entry + (value != nullptr ? std::string("=") + value : ""));
+  if (value != nullptr) {
+    other_host::Settings()[entry] = value;
+  } else {
+    other_host::Settings().erase(entry);
+  }
   return true;
 }
 const char* muiGetString(unsigned number) {
