@@ -4,6 +4,7 @@
 #include <CLI/App.hpp>
 #include <string>
 
+#include "app/curve_options.h"
 #include "app/output.h"
 
 namespace app {
@@ -23,10 +24,8 @@ class CalibrationCommand {
   std::string amount_;
   std::string response_;
   std::string component_;
-  std::string fit_ = "linear";
-  std::string weights_ = "1";
+  CurveOptions curve_;
   std::string axes_ = "origin";
-  bool throughOrigin_ = false;
   double band_ = 0;
   bool swap_ = false;
   OutputOptions output_;

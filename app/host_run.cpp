@@ -15,7 +15,11 @@ namespace {
 constexpr std::size_t kNameRoom = sizeof(TChannel::name) - 1;
 constexpr LONG kApexSlack = 2;  // samples
 
-bool HasComponent(const Peak& peak) { return !peak.name.empty() || peak.amount.has_value(); }
+// True for a peak that has a component whatever the retention windows say.
+bool HasComponent(const RunData& run, const Peak& peak) {
+  if (peak.name.empty()) return peak.amount.has_value() && run.quantification.windows.empty();
+  return !run.quantification.HasWindow(peak.name);
+}
 
 embedded::ChannelData HostChannel(const Trace& trace, std::size_t number) {
   embedded::ChannelData channel;
@@ -143,7 +147,9 @@ ShortName Shorten(const std::string& name, std::size_t number) {
 }
 
 std::size_t NamedComponents(const RunData& run) {
-  return static_cast<std::size_t>(std::count_if(run.peaks.begin(), run.peaks.end(), HasComponent));
+  const auto named = std::count_if(run.peaks.begin(), run.peaks.end(),
+                                   [&run](const Peak& peak) { return HasComponent(run, peak); });
+  return static_cast<std::size_t>(named) + run.quantification.windows.size();
 }
 
 embedded::RunRef HostRun(const RunData& run, std::string& error) {
@@ -155,8 +161,10 @@ embedded::RunRef HostRun(const RunData& run, std::string& error) {
     host.auxChannels.push_back(HostChannel(trace, host.auxChannels.size() + 1));
   }
   for (const Peak& peak : run.peaks) {
-    if (HasComponent(peak)) host.components.push_back({peak.name, peak.apexS, 0.0});
+    if (HasComponent(run, peak)) host.components.push_back({peak.name, peak.apexS, 0.0});
   }
+  const auto& windows = run.quantification.windows;
+  host.components.insert(host.components.end(), windows.begin(), windows.end());
   host.components.resize(host.components.size() + kSpareComponents);
   embedded::RunRef made = embedded::MakeRun(host, error);
   if (made != nullptr) return made;
@@ -179,9 +187,10 @@ void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixel
     std::size_t component = 0;
     bool any = false;
     for (const Peak& peak : run.peaks) {
-      if (HasComponent(peak)) ++component;
+      const bool named = HasComponent(run, peak);
+      if (named) ++component;
       if (peak.channel != i || source == PeakSource::kDetect) continue;
-      table.Add(peak, HasComponent(peak) ? component : 0);
+      table.Add(peak, named ? component : 0);
       any = true;
     }
     if (!any && source != PeakSource::kFile) table.AddDetected();

@@ -31,7 +31,8 @@ embedded::RunRef HostRun(const RunData& run, std::string& error);
 void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixelS);
 
 // Components of the host run, in this order: one for each peak with a name or an amount, in the
-// order of the peaks; then kSpareComponents without a name, for labels.
+// order of the peaks, but for those whose component has a retention window; the components with
+// windows; then kSpareComponents without a name, for labels.
 std::size_t NamedComponents(const RunData& run);
 inline constexpr std::size_t kSpareComponents = 256;
 

@@ -8,6 +8,7 @@
 
 #include "app/channel_names.h"
 #include "app/fit.h"
+#include "app/host_amounts.h"
 #include "app/host_run.h"
 #include "app/trace_bands.h"
 
@@ -20,7 +21,7 @@ bool IsVertical(const Plot& plot, const PeakRecord& peak) {
   return plot.LabelMode() == 2 || (plot.LabelMode() > 2 && peak.component != 0);
 }
 
-// As the view makes it.
+// As the view makes it, but for unknown amounts: it would write 0.
 std::string LabelText(const Plot& plot, int number) {
   const PeakRecord& peak = *plot.host.peaks.At(number - 1);
   const component* of = plot.host.calibration.components.At(peak.component - 1);
@@ -28,10 +29,10 @@ std::string LabelText(const Plot& plot, int number) {
   char text[100];
   if (mode == 2) {
     std::snprintf(text, sizeof text, "%.2f", plot.host.units(plot.host.rtime(number)));
-  } else if (mode == 3 && of != nullptr) {
-    std::snprintf(text, sizeof text, "%s", of->name);
-  } else if (mode == 4 && of != nullptr) {
+  } else if (mode == 4 && of != nullptr && IsAmountKnown(plot.run, plot.host, peak)) {
     std::snprintf(text, sizeof text, "%s %.3f", of->name, static_cast<double>(peak.amount));
+  } else if (mode > 2 && of != nullptr) {
+    std::snprintf(text, sizeof text, "%s", of->name);
   } else {
     std::snprintf(text, sizeof text, "%d", number);
   }
@@ -69,16 +70,10 @@ std::vector<PeakRecord> TableWith(const Plot& plot, const std::vector<LabelBox>&
 }  // namespace
 
 void SetLabels(Plot& plot) {
-  int mode = static_cast<int>(plot.options.labels) - static_cast<int>(PeakLabels::kNone);
-  if (plot.options.labels == PeakLabels::kAuto) {
-    bool names = false;
-    for (LONG i = 0; i < plot.host.peaks.count; ++i) {
-      const component* of =
-          plot.host.calibration.components.At(plot.host.peaks.At(i)->component - 1);
-      names = names || (of != nullptr && of->name[0] != '\0');
-    }
-    mode = names ? 3 : 2;
-  }
+  const PeakLabels labels =
+      plot.options.labels == PeakLabels::kAuto ? BestLabels(plot.host) : plot.options.labels;
+  if (labels == PeakLabels::kNameAndAmount) NoteUnknownAmounts(plot.run, plot.host);
+  const int mode = static_cast<int>(labels) - static_cast<int>(PeakLabels::kNone);
   plot.SetFlags(static_cast<WORD>(mode), true);
 }
 
@@ -116,10 +111,12 @@ void DropCrowdedLabels(Plot& plot) {
   const std::vector<bool> chosen =
       LabelsWithRoom(boxes, BandsOf(plot), area, static_cast<int>(plot.render.charHeight / 5),
                      NameBoxes(plot), kSpareComponents - 1);
-  if (std::find(chosen.begin(), chosen.end(), false) == chosen.end()) return;
+  const bool asTheyAre = plot.LabelMode() != 4 || !NoteUnknownAmounts(plot.run, plot.host);
+  if (asTheyAre && std::find(chosen.begin(), chosen.end(), false) == chosen.end()) return;
 
   std::vector<PeakRecord> table = TableWith(plot, boxes, chosen);
   static_cast<void>(plot.host.SetPeaks(plot.host.curchan(), std::move(table), true));
+  EndIdentification(plot.host);
   plot.SetFlags(THoldWindow::kLabelMode, false);
   plot.SetFlags(3, true);
   Fit(plot);

@@ -13,8 +13,8 @@ void SetLabels(Plot& plot);
 LabelBox BoxOf(Plot& plot, int number);
 
 // Takes away the labels of the current channel's peaks that would be unreadable, those of smaller
-// peaks first. What remains of such a label is its tick; peaks too flat to be seen go without it.
-// Fits the plot again.
+// peaks first, and the amounts that are not known. What remains of a label without room is its
+// tick; peaks too flat to be seen go without it. Fits the plot again.
 void DropCrowdedLabels(Plot& plot);
 
 }  // namespace app

@@ -6,6 +6,7 @@
 
 #include "app/channel_names.h"
 #include "app/fit.h"
+#include "app/host_amounts.h"
 #include "app/host_run.h"
 #include "app/peak_labels.h"
 #include "app/plot.h"
@@ -58,11 +59,12 @@ bool DrawPicture(RunData& run, const DisplayOptions& options, gfx::Surface& surf
                  std::string& error) {
   if (!Choose(run, options, error)) return false;
   const embedded::RunRef host = HostRun(run, error);
-  if (host == nullptr) return false;
+  if (host == nullptr || !Calibrate(run, *host, error)) return false;
   surface = gfx::Surface(Scaled(options.widthPx, options), Scaled(options.heightPx, options));
   Plot plot(run, options, *host, surface);
   if (!SetTimes(plot, error) || !SetCurrent(plot, error)) return false;
   SetPeaks(run, *host, options.peaks, plot.view.timePerPixel);
+  host->update_quant();
   SetLabels(plot);
   ChooseNames(plot);
   if (!options.allLabels) DropCrowdedLabels(plot);

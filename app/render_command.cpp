@@ -16,6 +16,13 @@ namespace fs = std::filesystem;
 
 constexpr double kDotsPerInch = 96;
 
+// The file of the same stem with this ending; empty where there is none.
+std::string Beside(const std::string& file, const char* ending) {
+  const fs::path path = fs::path(file).replace_extension(ending);
+  std::error_code ignored;
+  return fs::exists(path, ignored) ? path.string() : "";
+}
+
 // The peaks of a table, in place of the run's own.
 bool UsePeakTable(const std::string& path, RunData& run, std::string& error) {
   std::vector<Peak> peaks;
@@ -54,11 +61,10 @@ RenderCommand::RenderCommand(CLI::App& program)
 bool RenderCommand::ReadFile(const std::string& file, const ReadOptions& read, RunData& run,
                              std::string& error) const {
   if (!ReadRun(file, read, run, error)) return false;
-  const fs::path beside = fs::path(file).replace_extension(".peaks.csv");
-  std::error_code ignored;
-  if (!texts_.peakTable.empty() || !fs::exists(beside, ignored)) return true;
-  run.Note("peaks are those of " + beside.string());
-  return UsePeakTable(beside.string(), run, error);
+  const std::string beside = Beside(file, ".peaks.csv");
+  if (!texts_.peakTable.empty() || beside.empty()) return true;
+  run.Note("peaks are those of " + beside);
+  return UsePeakTable(beside, run, error);
 }
 
 bool RenderCommand::ReadAll(const ReadOptions& read, RunData& all, std::string& error) const {
@@ -68,7 +74,15 @@ bool RenderCommand::ReadAll(const ReadOptions& read, RunData& all, std::string& 
     if (!ReadFile(file, read, run, error)) return false;
     Append(std::move(run), file, files_.size() > 1, all);
   }
-  return texts_.peakTable.empty() || UsePeakTable(texts_.peakTable, all, error);
+  if (!texts_.peakTable.empty() && !UsePeakTable(texts_.peakTable, all, error)) return false;
+  AmountTexts amounts = texts_.amounts;
+  const std::string beside = files_.size() == 1 ? Beside(files_[0], ".components.csv") : "";
+  if (amounts.windows.empty() && !beside.empty()) {
+    amounts.windows = beside;
+    all.Note("components are those of " + beside);
+  }
+  all.quantification = ReadQuantification(amounts);
+  return true;
 }
 
 int RenderCommand::Run() const {
@@ -83,6 +97,8 @@ int RenderCommand::Run() const {
   }
   std::vector<std::string> inputs = files_;
   if (!texts_.peakTable.empty()) inputs.push_back(texts_.peakTable);
+  if (!texts_.amounts.windows.empty()) inputs.push_back(texts_.amounts.windows);
+  inputs.insert(inputs.end(), texts_.amounts.standards.begin(), texts_.amounts.standards.end());
   const std::string stem = files_.empty() ? "demonstration" : fs::path(files_[0]).stem().string();
   return SavePicture(surface, texts_.output, inputs, stem, run.notes, kDotsPerInch * display.scale);
 }

@@ -216,8 +216,9 @@ void AddDecoration(CLI::App& command, RenderTexts& texts) {
       ->capture_default_str();
   command
       .add_option("--peak-labels", texts.labels,
-                  "Labels of the current channel's peaks: auto (names or times), none, number, "
-                  "time, name, amount (name and amount)")
+                  "Labels of the current channel's peaks: auto (names, with amounts where "
+                  "a calibration gives any, or times), none, number, time, name, amount (name and "
+                  "amount)")
       ->capture_default_str();
   command.add_flag("--all-labels", display.allLabels,
                    "Draw labels too that collide with others or with a trace");
@@ -252,6 +253,7 @@ void AddDecoration(CLI::App& command, RenderTexts& texts) {
 
 void AddRenderOptions(CLI::App& command, RenderTexts& texts) {
   AddInput(command, texts);
+  AddAmountOptions(command, texts.amounts);
   AddPicture(command, texts);
   AddView(command, texts);
   AddDecoration(command, texts);

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "app/amount_options.h"
 #include "app/display_options.h"
 #include "app/output.h"
 #include "app/run_data.h"
@@ -14,6 +15,7 @@ namespace app {
 // The options as they are given; numbers and flags are in `display`.
 struct RenderTexts {
   OutputOptions output;
+  AmountTexts amounts;
   std::string peakTable;  // empty: none but "STEM.peaks.csv" beside a file
   std::string timeUnit;
   std::string from;

@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "app/quantification.h"
+
 namespace app {
 
 // One measured signal. Texts are UTF-8.
@@ -50,6 +52,7 @@ struct RunData {
   std::vector<Trace> auxiliary;  // pressure, temperature, gradient …
   std::vector<Peak> peaks;       // by channel, then by time
   std::vector<std::pair<std::string, std::string>> metadata;  // as the file names them, in order
+  Quantification quantification;
   std::vector<std::string> notes;  // what the reader assumed or left out, one sentence each
 
   // Adds a note that is not there yet.

@@ -1,5 +1,6 @@
 #include "app/formats/table.h"
 #include "app/formats/dialect.h"
+#include "app/formats/header_words.h"
 
 #include <algorithm>
 #include <charconv>
@@ -162,6 +163,16 @@ std::optional<std::size_t> Table::Find(std::string_view nameOrNumber) const {
     return std::nullopt;
   }
   return number - 1;
+}
+
+std::optional<std::size_t> Table::FindUsual(std::initializer_list<std::string_view> names) const {
+  for (const std::string_view name : names) {
+    for (std::size_t column = 0; column < names_.size(); ++column) {
+      const std::string whole = Lower(names_[column]);
+      if (whole == name || ParseHeaderCell(whole).name == name) return column;
+    }
+  }
+  return std::nullopt;
 }
 
 std::size_t Table::Require(std::string_view nameOrNumber) const {

@@ -1,6 +1,7 @@
 // Tables of any content: named columns of text cells, some of them numbers.
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +37,9 @@ class Table {
 
   // The column of that name, in any case, or of that number, from 1.
   std::optional<std::size_t> Find(std::string_view nameOrNumber) const;
+  // The first of these names (in lower case) that a column has, alone or with a unit behind it, as
+  // in "area (mAU*s)".
+  std::optional<std::size_t> FindUsual(std::initializer_list<std::string_view> names) const;
   // Find, or a FileError that lists the columns.
   std::size_t Require(std::string_view nameOrNumber) const;
 
