@@ -4,9 +4,11 @@
 #include <array>
 #include <cmath>
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string_view>
 
+#include "app/formats/wavelength.h"
 #include "embedded/peak_detection.h"
 
 namespace app {
@@ -25,7 +27,10 @@ embedded::ChannelData HostChannel(const Trace& trace, std::size_t number) {
   embedded::ChannelData channel;
   std::string name = trace.name;
   if (name.empty()) name = std::filesystem::path(trace.source).stem().string();
-  const ShortName parts = Shorten(name, number);
+  const std::optional<double> wavelength = WavelengthOf(name);
+  const ShortName parts = wavelength && name.size() > kNameRoom
+                              ? ShortName{ShortWavelength(*wavelength), {}}
+                              : Shorten(name, number);
   channel.name = parts.name;
   channel.description = parts.rest;
   if (!trace.description.empty()) {

@@ -70,9 +70,30 @@ const char* TimeUnitText(TimeUnit unit);
 // Times beyond this, either side of zero, are errors: records keep milliseconds in 32 bits.
 inline constexpr double kMaxTimeS = 1'000'000;
 
+// Evenly spaced values from `from` to `to`; without a step as many as the file has room for.
+struct StatedAxis {
+  double from;
+  double to;  // not `from`
+  std::optional<double> step;
+};
+
+// Where a matrix of times and wavelengths has its times.
+enum class TimesIn {
+  kUnknown,  // as the file suggests
+  kRows,     // each row of values is one time
+  kColumns,  // each row of values is one wavelength
+};
+
 struct ReadOptions {
   // Unit of the times in place of the one that the file states or suggests.
   TimeUnit timeUnit = TimeUnit::kUnknown;
+  // For matrices as text. An axis that is stated here does not stand in the file.
+  std::optional<StatedAxis> wavelengthsNm = std::nullopt;
+  std::optional<StatedAxis> timesS = std::nullopt;
+  TimesIn timesIn = TimesIn::kUnknown;
+
+  // True where the file is said to be a matrix.
+  bool SayMatrix() const { return wavelengthsNm || timesS || timesIn != TimesIn::kUnknown; }
 };
 
 }  // namespace app

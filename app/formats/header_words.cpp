@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <utility>
 
 #include "app/formats/text.h"
+#include "app/formats/wavelength.h"
 
 namespace app {
 namespace {
@@ -224,10 +224,8 @@ ColumnHeader ParseHeaderCell(std::string_view cell) {
   ColumnHeader header;
   cell = Trim(cell);
   if (cell.empty()) return header;
-  if (const std::optional<double> wavelength = ParseNumber(cell, '.')) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g nm", *wavelength);
-    header.name = text;
+  if (const std::optional<double> wavelength = WavelengthOf(cell)) {
+    header.name = WavelengthName(*wavelength);
     header.role = ColumnRole::kValue;
     return header;
   }

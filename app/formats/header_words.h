@@ -26,7 +26,8 @@ bool IsSignalUnit(std::string_view word);
 enum class ColumnRole { kUnnamed, kTime, kIndex, kStep, kValue };
 
 // A header cell taken apart: "Value (mAU)", "RT [min]", "intensity_mV", "Signal, V" and a unit
-// alone. A cell that is a plain number is a wavelength in nm: "220.00000" becomes "220 nm".
+// alone. A cell that is a number, alone or with "nm", is a wavelength: "220.00000" and "220,0nm"
+// become "220 nm".
 struct ColumnHeader {
   std::string name;
   std::string unit;                        // of the values; empty for a time

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <optional>
 
 #include "app/formats/header_words.h"
 #include "app/formats/line_cells.h"
 #include "app/formats/text.h"
+#include "app/formats/wavelength.h"
 
 namespace app {
 namespace {
@@ -95,11 +95,8 @@ void MatrixReader::MakeTraces() {
   const double periodS = NeedTimeS("time_interval");
   if (!(periodS > 0)) file_.Fail("'time_interval' is not above 0");
   for (int i = 0; i < static_cast<int>(count); ++i) {
-    char wavelength[32];
-    std::snprintf(wavelength, sizeof wavelength, "%g nm",
-                  Need("start_wl").value + i * Need("wl_interval").value);
     Trace trace;
-    trace.name = wavelength;
+    trace.name = WavelengthName(Need("start_wl").value + i * Need("wl_interval").value);
     trace.unit = PlainUnit(header_["intensity_unit"]);
     trace.startS = startS;
     trace.periodS = periodS;

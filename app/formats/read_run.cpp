@@ -10,6 +10,7 @@
 #include "app/formats/data_cube.h"
 #include "app/formats/jcamp_file.h"
 #include "app/formats/long_table.h"
+#include "app/formats/matrix_file.h"
 #include "app/formats/matrix_report.h"
 #include "app/formats/mzml_file.h"
 #include "app/formats/sampled_channels.h"
@@ -25,6 +26,7 @@ RunData ReadText(const std::string& name, std::string_view bytes, const ReadOpti
   if (text.find('\0') != std::string::npos) {
     throw FileError(name + ": holds binary data of an unknown kind");
   }
+  if (options.SayMatrix()) return ReadMatrixFile(name, text, options);
   if (IsJcamp(text)) return ReadJcamp(name, text, options);
   // A heading, which begins like an array of JSON, is the narrower test of the two.
   if (IsSectionReport(text)) return ReadSectionReport(name, text, options);
@@ -33,11 +35,15 @@ RunData ReadText(const std::string& name, std::string_view bytes, const ReadOpti
   if (IsSampledChannels(text)) return ReadSampledChannels(name, text);
   if (IsLongTable(text)) return ReadLongTable(name, text, options);
   if (IsSignalPairs(text)) return ReadSignalPairs(name, text, options);
+  if (IsMatrixFile(name, text, options)) return ReadMatrixFile(name, text, options);
   return ReadColumnFile(name, text, options);
 }
 
 RunData Recognise(const std::string& name, std::string_view bytes, const ReadOptions& options) {
   if (bytes.empty()) throw FileError(name + ": is empty");
+  if (options.SayMatrix() && (IsNetCdf(bytes) || IsMzMl(bytes))) {
+    throw FileError(name + ": is not a matrix as text; it has axes of its own");
+  }
   RunData run = IsNetCdf(bytes) ? ReadAndiFile(name, bytes, options)
                 : IsMzMl(bytes) ? ReadMzMl(name, bytes, options)
                                 : ReadText(name, bytes, options);

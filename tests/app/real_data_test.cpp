@@ -10,6 +10,7 @@
 
 #include "app/formats/read_run.h"
 #include "app/formats/text.h"
+#include "app/formats/wavelength.h"
 #include "app/picture.h"
 #include "embedded/diagnostics.h"
 #include "platform/gfx/context.h"
@@ -153,6 +154,38 @@ TEST(RealData, FilesHoldWhatIsKnownAboutThem) {
     }
   }
   EXPECT_EQ(known, std::size(kFiles));
+}
+
+TEST(RealData, MatricesHaveTheirWavelengths) {
+  const char* folder = std::getenv("ELUGRAPH_DATA");
+  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
+  const struct {
+    std::uint64_t hash;
+    double lowest, step, highest;  // nm
+  } matrices[] = {
+      {0x2B13FE6857ED9F96, 200, 2, 318}, {0x63E185690DC83EC4, 250.4, 1.2, 500},
+      {0xD00CBF3ADDE22DBE, 210, 1, 450}, {0x1B3470F1151FD989, 190, 2, 640},
+      {0xD09A65FDDAF9D6F6, 200, 2, 400},
+  };
+  std::size_t known = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(folder + std::string("/dad"))) {
+    SCOPED_TRACE(entry.path().string());
+    const std::uint64_t hash = Fnv1a(ReadBytes(entry.path().string()));
+    RunData run;
+    std::string error;
+    ASSERT_TRUE(ReadRun(entry.path().string(), {}, run, error)) << error;
+    for (const auto& matrix : matrices) {
+      if (matrix.hash != hash) continue;
+      ++known;
+      EXPECT_NEAR(matrix.lowest + matrix.step * double(run.channels.size() - 1), matrix.highest,
+                  1e-9);
+      for (std::size_t i = 0; i < run.channels.size(); ++i) {
+        EXPECT_NEAR(WavelengthOf(run.channels[i].name).value_or(0),
+                    matrix.lowest + matrix.step * double(i), 1e-9);
+      }
+    }
+  }
+  EXPECT_EQ(known, std::size(matrices));
 }
 
 // Colours of the picture's traces; axes and ground are not counted.
