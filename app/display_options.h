@@ -45,7 +45,7 @@ struct DisplayOptions {
   // Visible part. Times are the file's own, in seconds. Default: all.
   std::optional<double> fromS;
   std::optional<double> toS;
-  std::optional<SignalRange> signalRange;  // in the unit of the current channel
+  std::optional<SignalRange> signalRange;  // in the file's unit of the current channel
 
   // Channels by number (from 1) or by the beginning of their names. Empty: all, but of many only
   // some (see ChooseChannels).

@@ -34,6 +34,15 @@ double RangeInView(const Plot& plot, std::size_t index) {
   return (highest - channel.zero) * static_cast<double>(channel.unitsPerCount);
 }
 
+// The lowest visible sample of the current channel. The view's own fit may leave out the last one.
+void SetZero(Plot& plot) {
+  TChannel& current = plot.Channel(plot.Current());
+  for (std::size_t i = 0; i < plot.run.channels[plot.Current()].values.size(); ++i) {
+    if (!plot.IsInView(plot.Current(), i)) continue;
+    current.zero = std::min(+current.zero, +current.samples[i]);
+  }
+}
+
 // A range that the zero belongs to: the noise of a steady pressure must not fill the picture.
 void FitAuxiliary(Plot& plot) {
   // The plus signs make values of packed fields, which no reference may be bound to.
@@ -63,9 +72,10 @@ void Stack(Plot& plot) {
 void SetRange(Plot& plot, const SignalRange& range) {
   TChannel& current = plot.Channel(plot.Current());
   constexpr double kLimit = 2e9;
-  const double low = range.low / static_cast<double>(current.unitsPerCount);
+  const double factor = plot.run.channels[plot.Current()].perFileUnit;
+  const double low = range.low * factor / static_cast<double>(current.unitsPerCount);
   current.zero = static_cast<LONG>(std::lround(std::clamp(low, -kLimit, kLimit)));
-  plot.view.fullScale = range.high - range.low;
+  plot.view.fullScale = (range.high - range.low) * factor;
   plot.view.zeroFraction = 0;
   plot.render.scalewindow();
 }
@@ -131,6 +141,10 @@ bool SetTimes(Plot& plot, std::string& error) {
     return false;
   }
   plot.render.scalewindow();
+  if (plot.options.toS) return true;
+  // The plot's clip ends in front of the column of t1, which the last sample must not be in.
+  view.t1 += view.timePerPixel;
+  plot.render.scalewindow();
   return true;
 }
 
@@ -166,6 +180,7 @@ void Fit(Plot& plot) {
   FitAuxiliary(plot);
   plot.render.auxPosition = 0;
   plot.render.ysetfull(plot.hdc);  // the current channel's zero
+  SetZero(plot);
   FitSignal(plot);
   plot.render.auxPosition = plot.options.aux == AuxPlace::kFront ? 1
                             : plot.options.aux == AuxPlace::kOff ? 2

@@ -11,6 +11,7 @@
 #include "app/peak_labels.h"
 #include "app/plot.h"
 #include "app/selection.h"
+#include "app/signal_units.h"
 
 namespace app {
 namespace {
@@ -58,6 +59,7 @@ double DefaultFontPx(int heightPx) { return std::max(12.0, 12.0 + (heightPx - 30
 bool DrawPicture(RunData& run, const DisplayOptions& options, gfx::Surface& surface,
                  std::string& error) {
   if (!Choose(run, options, error)) return false;
+  ShortenUnits(run);
   const embedded::RunRef host = HostRun(run, error);
   if (host == nullptr || !Calibrate(run, *host, error)) return false;
   surface = gfx::Surface(Scaled(options.widthPx, options), Scaled(options.heightPx, options));

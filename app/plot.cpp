@@ -107,7 +107,7 @@ bool Plot::SameUnit(std::size_t a, std::size_t b) const {
 
 bool Plot::IsInView(std::size_t channel, std::size_t sample) const {
   const double time = run.channels[channel].TimeAt(sample) - OffsetS();
-  return time >= view.t0 && time <= view.t1;
+  return time >= view.t0 - view.timePerPixel && time <= view.t1 + view.timePerPixel;
 }
 
 // Channels of another unit are scaled to the current channel's range.

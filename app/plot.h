@@ -57,6 +57,7 @@ struct Plot {
   void SetFlags(WORD bits, bool on);
   // The view counts times from the run's first sample: this much less than the file.
   double OffsetS() const { return host.timeOffsetMs / 1000.0; }
+  // Or less than a column beside the view: records round their times.
   bool IsInView(std::size_t channel, std::size_t sample) const;
   // Rows of a channel's samples, and of an auxiliary channel's.
   YVAL Rows(std::size_t channel);

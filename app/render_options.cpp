@@ -172,7 +172,7 @@ void AddView(CLI::App& command, RenderTexts& texts) {
   command.add_option("--to", texts.to, "Right edge: likewise")->type_name("TIME");
   command
       .add_option("--signal-range", texts.signal,
-                  "Signal at the plot's bottom and top, or full (fits the data)")
+                  "Signal at the plot's bottom and top in the file's unit, or full (fits the data)")
       ->type_name("LOW:HIGH");
   command
       .add_option("--axis-unit", texts.axisUnit, "Unit of the time axis and of labels: s, min, h")

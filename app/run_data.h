@@ -16,6 +16,7 @@ namespace app {
 struct Trace {
   std::string name;            // may be empty
   std::string unit;            // of the values; may be empty
+  double perFileUnit = 1;      // the values are this times those of the file
   std::string description;     // anything longer the file says about the signal
   std::string source;          // the file it comes from; empty where it was generated
   std::vector<double> values;  // finite

@@ -1,0 +1,82 @@
+// Units and scales of a picture, before it is drawn.
+#include "app/plot.h"
+
+#include <gtest/gtest.h>
+
+#include "app/demo_run.h"
+#include "app/fit.h"
+#include "app/host_run.h"
+#include "app/signal_units.h"
+
+namespace app {
+namespace {
+
+TEST(SignalUnits, LongNumbersGetAnotherUnit) {
+  const struct {
+    const char* unit;
+    double largest;
+    const char* shown;
+    double factor;
+  } cases[] = {
+      {"mAU", 999'999, "mAU", 1},     {"mAU", 1e6, "kAU", 1e-6},
+      {"µV", 1.8e7, "V", 1e-6},       {"uV", 1.8e7, "V", 1e-6},
+      {"pA", 1.07e8, "µA", 1e-6},     {"AU", 0.001, "AU", 1},
+      {"AU", 0.0009, "µAU", 1e6},     {"counts", 2.8e7, "Mcounts", 1e-6},
+      {"counts", 1e-5, "counts", 1},  // "10^-6 counts" fits no record
+      {"", 1.07e8, "10^6", 1e-6},     {"", 1e-5, "10^-6", 1e6},
+      {"EU", 5e9, "10^9 EU", 1e-9},   {"S/cm", 2e-5, "µS/cm", 1e6},
+      {"GPa", 2e6, "10^6 GPa", 1e-6}, {"V", 0, "V", 1},
+      {"kgf/cm2", 2e6, "kgf/cm2", 1}, {"", 1e60, "", 1},
+  };
+  for (const auto& c : cases) {
+    const ShortUnit shown = ShortenUnit(c.unit, c.largest);
+    EXPECT_EQ(shown.unit, c.shown) << c.unit << " " << c.largest;
+    EXPECT_NEAR(shown.factor / c.factor, 1, 1e-12) << c.unit << " " << c.largest;
+  }
+}
+
+TEST(SignalUnits, ChannelsOfOneUnitChangeTogetherAndWithTheirPeaks) {
+  RunData run = DemoRun();
+  run.channels[0].unit = run.channels[1].unit = "counts";
+  run.channels[2].unit = "V";
+  run.channels[0].values[7] = 2e6;
+  run.channels[1].values[7] = 30;
+  run.channels[2].values[7] = 30;
+  run.peaks.resize(1);
+  run.peaks[0].baselineStart = run.peaks[0].baselineEnd = 500;
+  ShortenUnits(run);
+  EXPECT_EQ(run.channels[1].unit, "Mcounts");
+  EXPECT_DOUBLE_EQ(run.channels[1].values[7], 30e-6);
+  EXPECT_DOUBLE_EQ(run.channels[1].perFileUnit, 1e-6);
+  EXPECT_EQ(run.channels[2].unit, "V");
+  EXPECT_EQ(run.channels[2].values[7], 30);
+  EXPECT_DOUBLE_EQ(*run.peaks[0].baselineStart, 500e-6);
+}
+
+// A dip of the last sample ran through the time axis, and a first sample out of the picture: their
+// times, rounded for the records, lay outside the view.
+TEST(Fit, FirstAndLastSampleAreInThePicture) {
+  RunData run;
+  Trace& trace = run.channels.emplace_back();
+  for (int i = 0; i < 500; ++i) {
+    trace.timesS.push_back(0.0006 + i * 0.4000013);
+    trace.values.push_back(i == 0 ? 900 : i == 499 ? -150 : i % 7);
+  }
+  DisplayOptions options;
+  options.widthPx = 500;
+  options.heightPx = 300;
+  std::string error;
+  const embedded::RunRef host = HostRun(run, error);
+  ASSERT_NE(host, nullptr) << error;
+  gfx::Surface surface(500, 300);
+  Plot plot(run, options, *host, surface);
+  ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
+  Fit(plot);
+  EXPECT_GE(plot.Rows(0).Pixel(0), plot.render.margin());
+  EXPECT_LE(plot.Rows(0).Pixel(499), plot.view.plotBottom);
+  EXPECT_LT(plot.view.x0 + 499 * 0.4000013 / plot.view.timePerPixel,
+            plot.render.width - plot.render.rightReserve);
+}
+
+}  // namespace
+}  // namespace app
