@@ -88,8 +88,13 @@ class MapWindow : public TChrom2DBase {
     if (!had && picture != nullptr) ++builds;
   }
 
-  int images = 0;  // paints of the whole window
-  int builds = 0;  // pictures made
+  void axis(HDC hdc, const RECT& rect) override {
+    if (axes) TChrom2DBase::axis(hdc, rect);
+  }
+
+  bool axes = true;  // their ticks reach into the map
+  int images = 0;    // paints of the whole window
+  int builds = 0;    // pictures made
 };
 
 // Checks that a test leaves no reference to its run, no drawing object and no window behind, and
