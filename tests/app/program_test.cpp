@@ -194,4 +194,33 @@ TEST_F(Program, HelpAndVersionAreAnswers) {
   }
 }
 
+// Every command of the readme that draws one of its pictures, drawing elsewhere.
+TEST_F(Program, ReadmeCommandsDraw) {
+  std::ifstream readme(ELUGRAPH_SOURCE_DIR "/README.md");
+  for (const char* folder : {"docs", "examples"}) {
+    fs::copy(fs::path(ELUGRAPH_SOURCE_DIR) / folder, Work(folder), fs::copy_options::recursive);
+  }
+  fs::remove_all(Work("docs/pictures"));
+  fs::create_directory(Work("docs/pictures"));
+  std::size_t pictures = 0;
+  for (std::string line; std::getline(readme, line);) {
+    if (!line.starts_with("`./run ") || line.find(" -o ") == std::string::npos) continue;
+    const Outcome outcome = Run(line.substr(7, line.size() - 8));
+    EXPECT_EQ(outcome.status, 0) << line << "\n" << outcome.error;
+    EXPECT_TRUE(IsPng(Work(line.substr(line.rfind(' ') + 1, line.size() - line.rfind(' ') - 2))));
+    ++pictures;
+  }
+  EXPECT_GE(pictures, 3U);
+}
+
+#ifdef ELUGRAPH_EXAMPLE
+TEST_F(Program, ExampleDrawsItsRun) {
+  const std::string picture = Work("example.png").string();
+  ASSERT_EQ(std::system((ELUGRAPH_EXAMPLE " '" + picture + "'").c_str()), 0);
+  ASSERT_TRUE(IsPng(picture));
+  EXPECT_EQ(SizeOfPng(picture), std::pair(1000, 560));
+  EXPECT_GT(Contents(picture).size(), 10000U) << "one without the run is smaller";
+}
+#endif
+
 }  // namespace
