@@ -111,6 +111,15 @@ std::string Environment(const char* name) {
   return value != nullptr ? value : "";
 }
 
+// Says a fault that goes on with every entry only once; the empty text ends it.
+void Report(const std::string& fault) {
+  // Never destroyed: the library writes its settings until the process ends.
+  static auto* const last = new std::string;
+  if (fault == *last) return;
+  *last = fault;
+  if (!fault.empty()) exceptout("%s", fault.c_str());
+}
+
 std::string PathOrSettings(const char* file) {
   return file != nullptr && *file != '\0' ? file : SettingsPath();
 }
@@ -166,6 +175,10 @@ std::string WriteSetting(const std::string& path, std::string_view section, std:
     return path + ": [" + std::string(section) + "] " + std::string(key) + ": " + fault;
   }
   const std::string target = Target(path);
+  std::string fault;
+  if (const auto now = ReadSettings(target, fault); now && FindEntry(*now, section, key) == value) {
+    return {};
+  }
   std::error_code error;
   if (const fs::path folder = fs::path(target).parent_path(); !folder.empty()) {
     fs::create_directories(folder, error);
@@ -173,8 +186,9 @@ std::string WriteSetting(const std::string& path, std::string_view section, std:
   }
   const std::string lockPath = target + ".lock";
   const File lock(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
-  if (std::string fault = Lock(lock, lockPath); !fault.empty()) return fault;
-  std::string fault;
+  fault = Lock(lock, lockPath);
+  if (!fault.empty()) return fault;
+  // Read again: now nobody else changes it.
   const std::optional<std::string> content = ReadSettings(target, fault);
   if (!content) return fault;
   // Renaming over the file would get around its write protection.
@@ -194,9 +208,9 @@ str& GetIniFileEntry(str& value, const char* section, const char* key, const cha
   if (path.empty() || section == nullptr || key == nullptr) return value;
   std::string fault;
   const std::optional<std::string> content = embedded::ReadSettings(path, fault);
-  if (!content) {
-    exceptout("%s", fault.c_str());
-  } else if (const auto found = embedded::FindEntry(*content, section, key)) {
+  embedded::Report(fault);
+  if (!content) return value;
+  if (const auto found = embedded::FindEntry(*content, section, key)) {
     value = str(found->c_str());
   }
   return value;
@@ -209,6 +223,6 @@ bool vsetinifile(const char* section, const char* key, const char* value, const 
   if (value != nullptr) entry = value;
   const std::string fault = path.empty() ? "no place for a settings file: HOME is not set"
                                          : embedded::WriteSetting(path, section, key, entry);
-  if (!fault.empty()) exceptout("%s", fault.c_str());
+  embedded::Report(fault);
   return fault.empty();
 }

@@ -41,7 +41,8 @@ std::optional<std::string> ReadSettings(const std::string& path, std::string& fa
 // Changes one entry of the file. Writers of several processes take turns (a lock file beside the
 // file, path + ".lock"; a writer gives up after 10 s), each on the newest content. The new content
 // replaces the old one at once: readers and crashes see the one or the other. A missing file and
-// its folders are made. Returns the empty text, or what failed; the file is then unchanged.
+// its folders are made. An entry that is as wanted already touches nothing. Returns the empty text,
+// or what failed; the file is then unchanged.
 std::string WriteSetting(const std::string& path, std::string_view section, std::string_view key,
                          std::optional<std::string_view> value);
 

@@ -38,6 +38,10 @@ str ReadEntry(const char* key) {
   return value;
 }
 
+bool WriteEntry(const char* key, const char* value) {
+  return vsetinifile(kSection, key, value, nullptr);
+}
+
 BYTE Between(BYTE a, BYTE b, int fraction) {
   return static_cast<BYTE>(a + (((b - a) * fraction) >> 8));
 }
@@ -61,35 +65,40 @@ void BuildColorTable() {
 }
 
 void LoadColorSettings() {
-  scale.formula = strcasecmp(ReadEntry(kFormulaKey).c_str(), "LOG") == 0 ? ScaleFormula::LOG
-                                                                         : ScaleFormula::LINE;
-  scale.colorCount = 0;
-  for (int i = 0; i < ColorScale::kMaxColors; ++i) {
-    const str value = ReadEntry(ColorKey(i).text);
+  const str formula = ReadEntry(kFormulaKey);
+  // Put in place as a whole: reading may fail half-way.
+  MapColor table[ColorScale::kMaxColors] = {};
+  int count = 0;
+  for (; count < ColorScale::kMaxColors; ++count) {
+    const str value = ReadEntry(ColorKey(count).text);
     if (value.empty()) break;
-    scale.colorTable[i] = MapColorOf(static_cast<COLORREF>(std::atoi(value.c_str())));
-    scale.colorCount = i + 1;
+    table[count] = MapColorOf(static_cast<COLORREF>(std::atoi(value.c_str())));
   }
-  if (scale.colorCount < 2) {
-    scale.colorTable[0] = MapColorOf(RGB(0, 0, 0));
-    scale.colorTable[1] = MapColorOf(RGB(255, 255, 255));
-    scale.colorCount = 2;
+  if (count < 2) {
+    table[0] = MapColorOf(RGB(0, 0, 0));
+    table[1] = MapColorOf(RGB(255, 255, 255));
+    count = 2;
   }
+  std::copy_n(table, ColorScale::kMaxColors, scale.colorTable);
+  scale.colorCount = count;
+  scale.formula = strcasecmp(formula.c_str(), "LOG") == 0 ? ScaleFormula::LOG : ScaleFormula::LINE;
   ResetScaleCoefficients();
 }
 
+// Ends at the first entry that cannot be written: one line of diagnostics says it all.
 void SaveColorSettings() {
+  // Never loaded: the section is as it should be.
+  if (scale.colorCount == 0) return;
   const bool log = scale.formula == ScaleFormula::LOG;
-  vsetinifile(kSection, kFormulaKey, log ? "LOG" : "LINE", nullptr);
+  if (!WriteEntry(kFormulaKey, log ? "LOG" : "LINE")) return;
   for (int i = 0; i < scale.colorCount; ++i) {
     PrintBuffer<100> value;
     sprintf(value, "%u", static_cast<unsigned>(ColorRefOf(scale.colorTable[i])));
-    vsetinifile(kSection, ColorKey(i).text, value.text, nullptr);
+    if (!WriteEntry(ColorKey(i).text, value.text)) return;
   }
   for (int i = scale.colorCount; i < ColorScale::kMaxColors; ++i) {
     const ColorKey key(i);
-    if (ReadEntry(key.text).empty()) break;
-    vsetinifile(kSection, key.text, nullptr, nullptr);
+    if (ReadEntry(key.text).empty() || !WriteEntry(key.text, nullptr)) return;
   }
 }
 

@@ -1,9 +1,14 @@
 #include "elugraph/trace/thickness_pool.h"
 
 namespace {
-ThicknessPool mainThickness;
-ThicknessPool auxThickness;
+constinit ThicknessPool mainThickness;
+constinit ThicknessPool auxThickness;
 }  // namespace
+
+void BuildDefaultLineThickness() {
+  mainThickness = ThicknessPool();
+  auxThickness = ThicknessPool();
+}
 
 ThicknessPool& GetDefaultLineThickness() { return mainThickness; }
 ThicknessPool& GetDefaultLineThicknessAux() { return auxThickness; }

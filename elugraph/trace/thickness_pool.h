@@ -14,7 +14,7 @@ class ThicknessPool {
  public:
   static constexpr int kSlots = 10;
 
-  ThicknessPool() : slots_{} {}
+  constexpr ThicknessPool() : slots_{} {}
   // `slot` is 0 … 9; anything else gives slot 9.
   BYTE& operator[](int slot) { return slots_[InRange(slot)]; }
   BYTE operator[](int slot) const { return slots_[InRange(slot)]; }
@@ -32,3 +32,5 @@ static_assert(sizeof(ThicknessPool) == 10);
 // itself reads the tables of the host's display settings instead.
 ELUGRAPH_API ThicknessPool& GetDefaultLineThickness();
 ELUGRAPH_API ThicknessPool& GetDefaultLineThicknessAux();
+// Zeroes both; a step of the library's load.
+void BuildDefaultLineThickness();

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <stdexcept>
@@ -17,6 +19,44 @@
 #include "platform/gfx/context.h"
 
 namespace {
+
+// What the library called before this program had static objects.
+const std::vector<std::string> callsOfTheLoad = other_host::Calls();
+
+TEST(OtherHost, TheLoadReadsTheScaleAndThenLooksForTheTemplates) {
+  const std::vector<std::string> expected = {"read CHROM_2D_COLORS/FORMULA",
+                                             "read CHROM_2D_COLORS/COLOR00", "not found 14114",
+                                             "not found 14150"};
+  EXPECT_EQ(callsOfTheLoad, expected);
+}
+
+// Behind everything that the program itself does at its end.
+TEST(OtherHost, TheUnloadWritesTheScaleLast) {
+  EXPECT_EXIT(
+      {
+        other_host::Answer().onCall = [](const std::string& what) {
+          std::fprintf(stderr, "%s;", what.c_str());
+        };
+        std::atexit([] { std::fputs("program;", stderr); });
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0),
+      testing::Eq("program;write CHROM_2D_COLORS/FORMULA=LINE;write CHROM_2D_COLORS/COLOR00=0;"
+                  "write CHROM_2D_COLORS/COLOR01=16777215;read CHROM_2D_COLORS/COLOR02;"));
+}
+
+TEST(OtherHost, AFailureOfTheUnloadEndsThere) {
+  EXPECT_EXIT(
+      {
+        other_host::Answer().onCall = [](const std::string& what) {
+          std::fprintf(stderr, "%s;", what.c_str());
+          if (what.starts_with("write")) throw std::runtime_error(what);
+        };
+        std::exit(0);
+      },
+      testing::ExitedWithCode(0),
+      testing::Eq("write CHROM_2D_COLORS/FORMULA=LINE;exceptout SaveColorSettings catched;"));
+}
 
 // Ten columns of 1 s over a saw of two samples per second.
 struct Trace {
