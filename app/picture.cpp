@@ -8,6 +8,7 @@
 #include "app/fit.h"
 #include "app/host_amounts.h"
 #include "app/host_run.h"
+#include "app/peak_fill.h"
 #include "app/peak_labels.h"
 #include "app/plot.h"
 #include "app/selection.h"
@@ -37,7 +38,7 @@ bool Choose(RunData& run, const DisplayOptions& options, std::string& error) {
   return true;
 }
 
-void FillMargins(Plot& plot, const gfx::Surface& surface) {
+void FillBackground(Plot& plot, const gfx::Surface& surface) {
   RECT all{0, 0, surface.Width(), surface.Height()};
   const HBRUSH brush = CreateSolidBrush(plot.view.colours.back());
   FillRect(plot.hdc, &all, brush);
@@ -45,10 +46,13 @@ void FillMargins(Plot& plot, const gfx::Surface& surface) {
 }
 
 void Paint(Plot& plot, const gfx::Surface& surface) {
-  FillMargins(plot, surface);
+  FillBackground(plot, surface);
   RECT rect{0, 0, plot.render.width, plot.render.height};
   SetViewportOrgEx(plot.hdc, plot.marginPx, plot.marginPx, nullptr);
-  plot.render.showchrom(plot.hdc, true, rect, plot.options.frame ? TChromRender::kPassFrame : 0);
+  FillPeaks(plot);
+  // The frame has an inside.
+  if (plot.options.frame) SelectObject(plot.hdc, GetStockObject(NULL_BRUSH));
+  plot.render.showchrom(plot.hdc, false, rect, plot.options.frame ? TChromRender::kPassFrame : 0);
   SetViewportOrgEx(plot.hdc, 0, 0, nullptr);
 }
 

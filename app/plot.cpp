@@ -93,12 +93,14 @@ void Plot::SetRenderer() {
   render.SetFonts(font.Handle(), labelFont.Handle());
   render.setFontSize(hdc);
   render.markMode = static_cast<LONG>(options.markers);
-  // Peaks from fillFirst on; with a single selected peak its area alone is filled and has no
-  // baseline. Peak 0 selects none, and lets a range from 1 keep its first baseline.
-  render.selectedPeak = options.selectedPeak > 0 ? options.selectedPeak
-                        : options.fillFirst == 1 ? 0
-                                                 : options.fillFirst;
-  render.selectedPeakEnd = options.fillLast;
+  // The view fills this one itself, in place of its baseline.
+  render.selectedPeak = options.markers == Markers::kSelected ? options.selectedPeak : 0;
+  render.selectedPeakEnd = 0;
+}
+
+bool Plot::IsFilled(int peak) const {
+  const int first = options.selectedPeak > 0 ? options.selectedPeak : options.fillFirst;
+  return options.fillLast > 0 && first <= peak && peak <= options.fillLast;
 }
 
 bool Plot::SameUnit(std::size_t a, std::size_t b) const {
@@ -110,7 +112,8 @@ bool Plot::IsInView(std::size_t channel, std::size_t sample) const {
   return time >= view.t0 - view.timePerPixel && time <= view.t1 + view.timePerPixel;
 }
 
-// Channels of another unit are scaled to the current channel's range.
+// As the view does: channels of another unit are scaled to the current channel's range, and the
+// drift is a line from the first sample to the last.
 YVAL Plot::Rows(std::size_t channel) {
   const TChannel& of = Channel(channel);
   const TChannel& current = Channel(Current());
@@ -122,7 +125,14 @@ YVAL Plot::Rows(std::size_t channel) {
   if (Lower(of.unit) != Lower(current.unit) && range(current) > 0 && range(of) > 0) {
     unitsPerPixel *= range(of) / range(current);
   }
-  return {&of, render.getoffset(static_cast<int>(channel)), unitsPerPixel, false, 0, 0};
+  const double rise = static_cast<double>(of.samples[of.sampleCount - 1]) - of.samples[0];
+  const double slope = options.subtractDrift ? rise / of.sampleCount : 0;
+  return {&of,
+          render.getoffset(static_cast<int>(channel)),
+          unitsPerPixel,
+          options.subtractDrift,
+          -slope * host.driftZeroIndex,
+          slope};
 }
 
 YVAL Plot::AuxRows(std::size_t channel) {

@@ -52,6 +52,8 @@ struct Plot {
 
   TChannel& Channel(std::size_t index) const { return *host.channels.At(static_cast<LONG>(index)); }
   std::size_t Current() const { return static_cast<std::size_t>(host.curchan()); }
+  // Of the peaks of any channel, from 1.
+  bool IsFilled(int peak) const;
   bool SameUnit(std::size_t a, std::size_t b) const;
   int LabelMode() const { return view.flags & THoldWindow::kLabelMode; }
   void SetFlags(WORD bits, bool on);

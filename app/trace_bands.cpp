@@ -47,12 +47,32 @@ TraceBands BandsOf(const Plot& plot, const Trace& trace, const YVAL& rows) {
   return bands;
 }
 
+// The areas under a channel's filled peaks.
+void AddAreas(Plot& plot, std::size_t channel, TraceBands& bands) {
+  const Trace& trace = plot.run.channels[channel];
+  const YVAL rows = plot.Rows(channel);
+  const auto column = [&](LONG sample) {
+    const double time = trace.TimeAt(static_cast<std::size_t>(sample)) - plot.OffsetS();
+    return plot.view.x0 + (time - plot.view.t0) / plot.view.timePerPixel;
+  };
+  plot.host.basecalc(static_cast<int>(channel));
+  for (int k = 1; k <= plot.host.peaks.count; ++k) {
+    const PeakRecord& peak = *plot.host.peaks.At(k - 1);
+    if (!plot.IsFilled(k)) continue;
+    AddSegment(bands, column(peak.start), rows.ToY(peak.baselineStart, peak.start),
+               column(peak.end), rows.ToY(peak.baselineEnd, peak.end));
+  }
+  plot.host.recalctime();  // back to the current channel's peaks
+}
+
 }  // namespace
 
 std::vector<TraceBands> BandsOf(Plot& plot) {
   std::vector<TraceBands> all;
   for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
     all.push_back(BandsOf(plot, plot.run.channels[c], plot.Rows(c)));
+    // The current channel's own areas lie below its labels.
+    if (c != plot.Current()) AddAreas(plot, c, all.back());
   }
   for (std::size_t c = 0; c < plot.run.auxiliary.size(); ++c) {
     all.push_back(BandsOf(plot, plot.run.auxiliary[c], plot.AuxRows(c)));

@@ -8,7 +8,8 @@
 
 namespace app {
 
-// Of every trace that is drawn, auxiliary ones last; in the scales in force.
+// Of every trace that is drawn, with the areas of the other channels' filled peaks; auxiliary ones
+// last. In the scales in force.
 std::vector<TraceBands> BandsOf(Plot& plot);
 
 }  // namespace app

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "app/demo_run.h"
 #include "app/fit.h"
 #include "app/host_run.h"
+#include "app/peak_fill.h"
 #include "app/signal_units.h"
 
 namespace app {
@@ -76,6 +79,46 @@ TEST(Fit, FirstAndLastSampleAreInThePicture) {
   EXPECT_LE(plot.Rows(0).Pixel(499), plot.view.plotBottom);
   EXPECT_LT(plot.view.x0 + 499 * 0.4000013 / plot.view.timePerPixel,
             plot.render.width - plot.render.rightReserve);
+}
+
+// Of a noisy peak of more than 250 columns only the first part was filled.
+TEST(FillPeaks, AreasOfAnyLength) {
+  RunData run;
+  Trace& trace = run.channels.emplace_back();
+  trace.periodS = 0.1;
+  for (int i = 0; i < 20'000; ++i) {
+    const double peak = 1000 * std::exp(-std::pow((i - 10'000) / 4000.0, 2));
+    trace.values.push_back(peak + (i * 7919 % 31) - 15);
+  }
+  Peak& wide = run.peaks.emplace_back();
+  wide.apexS = 1000;
+  wide.startS = 200;
+  wide.endS = 1800;
+  DisplayOptions options;
+  options.widthPx = 900;
+  options.heightPx = 300;
+  std::string error;
+  const embedded::RunRef host = HostRun(run, error);
+  ASSERT_NE(host, nullptr) << error;
+  gfx::Surface surface(900, 300);
+  Plot plot(run, options, *host, surface);
+  ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
+  SetPeaks(run, *host, PeakSource::kFile, 1);
+  Fit(plot);
+  FillPeaks(plot);
+  const auto isFilled = [&](double seconds, double value) {
+    const TChannel& channel = plot.Channel(0);
+    const int row = static_cast<int>(
+        plot.Rows(0).ToY(static_cast<LONG>(value / static_cast<double>(channel.unitsPerCount)), 0));
+    const int column = static_cast<int>(plot.view.x0 + seconds / plot.view.timePerPixel);
+    return surface.Pixel(column, row) != 0x00FFFFFF;
+  };
+  for (int seconds = 400; seconds <= 1600; seconds += 50) {
+    EXPECT_TRUE(isFilled(seconds, 50)) << seconds;
+    EXPECT_FALSE(isFilled(seconds, 1040)) << seconds;
+  }
+  EXPECT_FALSE(isFilled(100, 50));
+  EXPECT_FALSE(isFilled(1900, 50));
 }
 
 }  // namespace
