@@ -1,6 +1,7 @@
 #include "platform/gfx/driver/raster_images.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace gfx {
@@ -39,6 +40,22 @@ std::uint32_t PixelAt(const BYTE* bytes) {
          static_cast<std::uint32_t>(bytes[2]) << 16;
 }
 
+// `count` pixels of a row of an image, none of them left out or twice.
+void CopyRow(const BYTE* source, std::int64_t bytes, std::int64_t count, std::uint32_t* target) {
+  if (count <= 0) return;
+  // Four bytes at a time also of pixels of three, but for the last one, which may end the image.
+  for (std::int64_t i = 0; i < count - 1; ++i, source += bytes) {
+    std::uint32_t pixel;
+    std::memcpy(&pixel, source, sizeof pixel);
+    if constexpr (std::endian::native == std::endian::little) {
+      target[i] = pixel & 0x00FFFFFF;
+    } else {
+      target[i] = PixelAt(source);
+    }
+  }
+  target[count - 1] = PixelAt(source);
+}
+
 }  // namespace
 
 void StretchImage(const Canvas& canvas, const RECT& to, const ImageView& image, const RECT& from) {
@@ -54,6 +71,7 @@ void StretchImage(const Canvas& canvas, const RECT& to, const ImageView& image, 
   Nearest row(top - to.top, std::int64_t{to.bottom} - to.top, from.bottom - from.top);
   const Nearest firstColumn(left - to.left, std::int64_t{to.right} - to.left,
                             from.right - from.left);
+  const bool sameWidth = std::int64_t{to.right} - to.left == from.right - from.left;
   std::int64_t shown = -1;  // the source row that the row above shows
   for (std::int64_t y = top; y < bottom; ++y, row.Next()) {
     std::uint32_t* const target = canvas.Row(y);
@@ -65,6 +83,11 @@ void StretchImage(const Canvas& canvas, const RECT& to, const ImageView& image, 
     const BYTE* const source = image.top +
                                static_cast<std::ptrdiff_t>(from.top + shown) * image.stride +
                                static_cast<std::ptrdiff_t>(from.left * bytes);
+    if (sameWidth) {
+      CopyRow(source + static_cast<std::ptrdiff_t>((left - to.left) * bytes), bytes, right - left,
+              target + left);
+      continue;
+    }
     Nearest column = firstColumn;
     for (std::int64_t x = left; x < right; ++x, column.Next()) {
       target[x] = PixelAt(source + static_cast<std::ptrdiff_t>(column.Place() * bytes));
