@@ -23,13 +23,10 @@ LONG Extent(LONG low, LONG high) {
 // truncation; see TruncationScope.
 [[gnu::noinline]] void ColorRows(HeightMap& map, const ValueRange& range,
                                  const RandomAccess& access) {
-  const int width = map.Columns();
+  const ColorRamp ramp(range);
   for (int row = 0; row < access.rowCount; ++row) {
-    const LONG* const heights = map.Row(access.rowCount - 1 - row);
-    auto* const pixels = reinterpret_cast<MapColor*>(access.rows[row]);
-    for (int column = 0; column < width; ++column) {
-      pixels[column] = ColorOfValue(range, heights[column]);
-    }
+    ramp.Color(map.Row(access.rowCount - 1 - row), map.Columns(),
+               reinterpret_cast<MapColor*>(access.rows[row]));
   }
 }
 

@@ -46,13 +46,21 @@ BYTE Between(BYTE a, BYTE b, int fraction) {
   return static_cast<BYTE>(a + (((b - a) * fraction) >> 8));
 }
 
-// Where d · s, 0 … 1, lies on the table; below the last entry.
-double PlaceOnTable(double d, double s) {
-  const double place = scale.formula == ScaleFormula::LOG
+// Steps of 1/256 that d · s, 0 … 1, lies above the table's first entry; below the last entry's.
+int StepOnTable(double d, double s, ScaleFormula formula) {
+  const double place = formula == ScaleFormula::LOG
                            ? std::log((d * scale.sLog) * s + 1.0) * scale.kLog
                            : (d * scale.kLin) * s;
-  if (!(place > 0.0)) return 0.0;
-  return std::min(place, std::max(0.0, scale.kLin));
+  // In this order, what is not a number becomes 0.
+  return static_cast<int>(std::min(std::max(0.0, place), std::max(0.0, scale.kLin)) * 256);
+}
+
+MapColor ColorAtStep(int step) {
+  const MapColor& a = scale.colorTable[step >> 8];
+  const MapColor& b = scale.colorTable[(step >> 8) + 1];
+  const int fraction = step & 255;
+  return {Between(a.blue, b.blue, fraction), Between(a.green, b.green, fraction),
+          Between(a.red, b.red, fraction)};
 }
 
 }  // namespace
@@ -116,11 +124,35 @@ void ResetScaleCoefficients() {
 
 MapColor ColorOfValue(const ValueRange& range, LONG v) {
   const auto d = static_cast<double>(std::int64_t{v} - range.lo);
-  const double place = PlaceOnTable(d, range.s);
-  const int entry = static_cast<int>(place);
-  const int fraction = static_cast<int>(place * 256) & 255;
-  const MapColor& a = scale.colorTable[entry];
-  const MapColor& b = scale.colorTable[entry + 1];
-  return {Between(a.blue, b.blue, fraction), Between(a.green, b.green, fraction),
-          Between(a.red, b.red, fraction)};
+  return ColorAtStep(StepOnTable(d, range.s, scale.formula));
+}
+
+ColorRamp::ColorRamp(const ValueRange& range) : range_(range) {
+  for (int step = 0; step < static_cast<int>(colors_.size()); ++step) {
+    colors_[static_cast<std::size_t>(step)] = ColorAtStep(step);
+  }
+}
+
+void ColorRamp::Color(const LONG* values, int count, MapColor* pixels) const {
+  constexpr int kBlock = 256;
+  int steps[kBlock];
+  // Differences of 32-bit numbers are exact.
+  const double lowest = range_.lo;
+  for (int done = 0; done < count; done += kBlock) {
+    const LONG* const block = values + done;
+    const int size = std::min(kBlock, count - done);
+    // Each formula has a loop of its own: the linear one is vectorised.
+    if (scale.formula == ScaleFormula::LOG) {
+      for (int i = 0; i < size; ++i) {
+        steps[i] = StepOnTable(block[i] - lowest, range_.s, ScaleFormula::LOG);
+      }
+    } else {
+      for (int i = 0; i < size; ++i) {
+        steps[i] = StepOnTable(block[i] - lowest, range_.s, ScaleFormula::LINE);
+      }
+    }
+    for (int i = 0; i < size; ++i) {
+      pixels[done + i] = colors_[static_cast<std::size_t>(steps[i])];
+    }
+  }
 }

@@ -3,6 +3,8 @@
 // One thread uses it: the one that runs the map windows and their colour dialogs.
 #pragma once
 
+#include <array>
+
 #include "elugraph/host/kernel.h"
 #include "platform/gfx/types.h"
 
@@ -70,3 +72,17 @@ struct ValueRange {
 // caller has set rounding toward zero. A value outside the range gets the colour of the scale's end
 // on its side.
 MapColor ColorOfValue(const ValueRange& range, LONG v);
+
+// The colours of many values of one range: each exactly as ColorOfValue gives it, under the same
+// condition. Takes the scale as it is at construction.
+class ColorRamp {
+ public:
+  explicit ColorRamp(const ValueRange& range);
+  // Colours `count` values.
+  void Color(const LONG* values, int count, MapColor* pixels) const;
+
+ private:
+  ValueRange range_;
+  // Of every step of 1/256 between two entries of the table.
+  std::array<MapColor, (ColorScale::kMaxColors - 1) * 256> colors_;
+};
