@@ -2,10 +2,14 @@
 #include "elugraph/chrom2d/chrom2d_base.h"
 
 #include <cstring>
+#include <new>
+
+#include "elugraph/chrom2d/color_dlg.h"
 
 namespace {
 
 constexpr UINT kChanged = 0x300;  // EN_CHANGE, whatever the control
+constexpr int kClosedWithOk = 1;
 constexpr WORD kMinChannels = 3;
 
 LOGFONTA WindowFont() {
@@ -19,6 +23,19 @@ LOGFONTA WindowFont() {
   static_assert(sizeof kFace <= sizeof font.lfFaceName);
   std::memcpy(font.lfFaceName, kFace, sizeof kFace);
   return font;
+}
+
+void OnColorDialogClosed(int result, void* context) {
+  if (result == kClosedWithOk && context != nullptr) static_cast<TChrom2DBase*>(context)->Rebuild();
+}
+
+void OpenColorDialog(TChrom2DBase* owner) {
+  auto* const dialog = new (std::nothrow) TChrom2DColorDlg(owner);
+  if (dialog == nullptr) return;
+  // Without a window the dialog has ended already.
+  if (const HWND window = dialog->Create(-1)) {
+    PostExecute(window, OnColorDialogClosed, owner, true);
+  }
 }
 
 }  // namespace
@@ -78,6 +95,7 @@ LRESULT TChrom2DBase::EvCommand(UINT id, HWND control, UINT notification) {
     EraseBMP();
     InvalidateRect(hwnd, nullptr, FALSE);
   }
+  if (id == kColorCommand) OpenColorDialog(this);
   return TORVDlg::EvCommand(id, control, notification);
 }
 

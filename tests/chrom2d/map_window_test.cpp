@@ -92,4 +92,43 @@ TEST_F(MapMessages, SharedColorsTakeEffectAtTheNextPaint) {
   EXPECT_EQ(map.builds, 1);
 }
 
+struct ColorDialogCase {
+  const char* name;
+  int button;  // 0: the map is closed instead
+  int builds;
+};
+
+class ColorDialogs : public MapMessages, public testing::WithParamInterface<ColorDialogCase> {};
+
+// The button opens the dialog over the blocked map; only OK makes the picture anew.
+TEST_P(ColorDialogs, RebuildWhenTheyCloseWithOk) {
+  MapWindow& map = Open();
+  desk.RunFor(1000);
+  map._AddRef();  // to be asked after its window is gone
+  const int builds = map.builds;
+  desk.Click(GetDlgItem(window, TChrom2DBase::kColorCommand));
+  ASSERT_EQ(ui::TopLevelWindows().size(), 2U);
+  const HWND dialog =
+      ui::TopLevelWindows()[0] == window ? ui::TopLevelWindows()[1] : ui::TopLevelWindows()[0];
+  EXPECT_FALSE(IsWindowEnabled(window));
+  desk.Click(GetDlgItem(dialog, 666));  // logarithmic
+  EXPECT_EQ(TheColorScale().formula, ScaleFormula::LOG);
+  EXPECT_EQ(map.builds, builds);
+  if (GetParam().button != 0) {
+    desk.Click(GetDlgItem(dialog, GetParam().button));
+  } else {
+    DestroyWindow(window);
+    desk.RunUntilIdle();
+  }
+  EXPECT_FALSE(IsWindow(dialog));
+  EXPECT_EQ(map.builds, builds + GetParam().builds);
+  map._Release();
+}
+
+INSTANTIATE_TEST_SUITE_P(Results, ColorDialogs,
+                         testing::Values(ColorDialogCase{"Ok", IDOK, 1},
+                                         ColorDialogCase{"Cancel", IDCANCEL, 0},
+                                         ColorDialogCase{"MapGone", 0, 0}),
+                         probe::CaseName());
+
 }  // namespace
