@@ -141,7 +141,7 @@ std::optional<std::string> ReadSettings(const std::string& path, std::string& fa
   // O_NONBLOCK: opening a pipe must not wait for its other end.
   const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (!file.IsOpen()) {
-    if (errno == ENOENT) return std::string();
+    if (errno == ENOENT || errno == ENOTDIR) return std::string();
     fault = Fault(path, "cannot be read", errno);
     return std::nullopt;
   }

@@ -56,10 +56,12 @@ class Program : public testing::Test {
                         std::inserter(added, added.end()));
     return added;
   }
-  Outcome Run(const std::string& arguments) const {
-    const std::string command = "cd '" + (folder_ / "work").string() +
-                                "' && '" ELUGRAPH_PROGRAM "' " + arguments +
-                                " >../stdout 2>../stderr";
+  Outcome Run(const std::string& arguments) const { return RunWithSettings({}, arguments); }
+  // With a settings file in the folder instead of the test program's.
+  Outcome RunWithSettings(const std::string& file, const std::string& arguments) const {
+    const std::string settings = file.empty() ? "" : "ELUGRAPH_SETTINGS='" + file + "' ";
+    const std::string command = "cd '" + (folder_ / "work").string() + "' && " + settings +
+                                "'" ELUGRAPH_PROGRAM "' " + arguments + " >../stdout 2>../stderr";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(folder_ / "stdout"),
             Contents(folder_ / "stderr")};
@@ -82,6 +84,36 @@ std::pair<int, int> SizeOfPng(const fs::path& path) {
     return value;
   };
   return {number(16), number(20)};
+}
+
+// The library keeps its colour scale from one process to the next, whatever the process does.
+TEST_F(Program, KeepsTheColourScaleInTheSettings) {
+  const struct {
+    const char* name;
+    const char* before;  // null: no file
+    const char* after;
+  } cases[] = {
+      {"first.ini", nullptr, "[CHROM_2D_COLORS]\nFORMULA=LINE\nCOLOR00=0\nCOLOR01=16777215\n"},
+      {"mine.ini", "; mine\n[chrom_2d_colors]\nFormula = LOG\ncolor00=1\nCOLOR01 = 2\nCOLOR02=3\n",
+       "; mine\n[chrom_2d_colors]\nFormula = LOG\ncolor00=1\nCOLOR01 = 2\nCOLOR02=3\n"},
+      {"gap.ini", "[CHROM_2D_COLORS]\nFORMULA=log\nCOLOR00=255\nCOLOR02=9\n",
+       "[CHROM_2D_COLORS]\nFORMULA=LOG\nCOLOR00=0\nCOLOR01=16777215\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    if (c.before != nullptr) std::ofstream(Work(c.name)) << c.before;
+    const Outcome outcome = RunWithSettings(c.name, "good.csv");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(Contents(Work(c.name)), c.after);
+  }
+}
+
+TEST_F(Program, DrawsWhereSettingsCannotBeWritten) {
+  const Outcome outcome = RunWithSettings("good.csv/settings.ini", "good.csv -o x.png");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_TRUE(IsPng(Work("x.png")));
+  EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1) << outcome.error;
 }
 
 TEST_F(Program, RefusesInOneLineAndLeavesNothing) {
