@@ -136,10 +136,20 @@ void PaintFocusFrame(const Window& button, HDC hdc) {
   }
 }
 
+// What the parent shows under the button's corner, for its round corners.
+COLORREF ColorBehind(const Window& button) {
+  const WindowRef parent = WindowOf(button.parent);
+  const LONG x = button.place.left, y = button.place.top;
+  if (!parent || !parent->surface || x < 0 || x >= parent->surface->Width() || y < 0 ||
+      y >= parent->surface->Height()) {
+    return GetSysColor(COLOR_3DFACE);
+  }
+  return parent->surface->Pixel(x, y);
+}
+
 void PaintPush(const Window& button, HDC hdc) {
-  const COLORREF around = GetSysColor(COLOR_3DFACE);
   const bool main = EnterPresses(button);
-  BoxLook look{around, kEdge, kFace, Scaled(4), Scaled(1)};
+  BoxLook look{ColorBehind(button), kEdge, kFace, Scaled(4), Scaled(1)};
   if (!button.Enabled()) {
     look.edge = kDisabledEdge;
     look.face = kDisabledFace;

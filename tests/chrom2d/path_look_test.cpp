@@ -146,6 +146,21 @@ TEST_F(PathLook, ShadesTheCachedPictureOutsideTheBands) {
   });
 }
 
+// The strip is as grey as the rest of the window, up to the buttons' round corners.
+TEST_F(PathLook, ButtonsStandOnTheWindowsBackground) {
+  OpenPath("3-7");
+  const gfx::Surface shown = desk.Picture(window);
+  for (const int id : {IDOK, IDCANCEL}) {
+    RECT button{0, 0, 0, 0};
+    POINT origin{0, 0};
+    GetWindowRect(GetDlgItem(window, id), &button);
+    ClientToScreen(window, &origin);
+    const int x = button.left - origin.x, y = button.top - origin.y;
+    EXPECT_EQ(shown.Pixel(x, y), RGB(0xC0, 0xC0, 0xC0));
+    EXPECT_NE(shown.Pixel(x + 10, y + 5), RGB(0xC0, 0xC0, 0xC0));
+  }
+}
+
 // A map of one colour.
 TEST_F(PathLook, ShadesWhatIsThereWithoutAPicture) {
   run = MakeSpectralRun(spectra);
