@@ -202,7 +202,8 @@ TEST_F(PathEditors, BoundariesAtTheEndStayInOrder) {
   Edited();
   desk.Click(GetDlgItem(window, IDOK));
   ASSERT_EQ(path.count, 3);
-  EXPECT_LE(path.items[0].endTime, path.items[1].endTime);
+  EXPECT_EQ(path.items[0].endTime, 3 * static_cast<double>(1.03F));
+  EXPECT_EQ(path.items[1].endTime, 31 * 0.1);
 }
 
 TEST_F(PathEditors, CursorsFollowTheHandles) {
