@@ -46,11 +46,12 @@ std::string MakeRegular(ChannelData& data) {
   }
   // The grid ends with the last time: the period is the median, adjusted to a whole number of
   // steps.
-  const double period = span / std::max(count, 1.0);
+  const auto last = static_cast<std::size_t>(std::max(count, 1.0));
+  const double period = span / static_cast<double>(last);
   std::vector<double> values;
   std::size_t behind = 1;
-  for (double k = 0.0; k <= std::max(count, 1.0); k += 1.0) {
-    const double time = std::min(times.front() + k * period, times.back());
+  for (std::size_t k = 0; k <= last; ++k) {
+    const double time = std::min(times.front() + static_cast<double>(k) * period, times.back());
     while (behind + 1 < times.size() && times[behind] < time) ++behind;
     const double step = times[behind] - times[behind - 1];
     const double part = step > 0.0 ? (time - times[behind - 1]) / step : 1.0;

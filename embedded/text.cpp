@@ -29,7 +29,8 @@ int Format(PrintBufferBase& buffer, const char* format, va_list arguments) {
   va_list again;
   va_copy(again, arguments);
   char draft[600];
-  int length = format != nullptr ? std::vsnprintf(draft, sizeof draft, format, arguments) : -1;
+  int length =
+      format != nullptr ? std::max(std::vsnprintf(draft, sizeof draft, format, arguments), 0) : 0;
   char* grown = nullptr;
   if (length >= std::min(buffer.capacity, static_cast<int>(sizeof draft))) {
     const std::size_t needed = static_cast<std::size_t>(length) + 1;

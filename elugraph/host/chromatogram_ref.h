@@ -13,6 +13,7 @@ class ChromatogramRef {
   }
   ChromatogramRef(const ChromatogramRef& other) : ChromatogramRef(other.chrom_) {}
   ChromatogramRef& operator=(const ChromatogramRef& other) {
+    if (this == &other) return *this;
     if (other.chrom_ != nullptr) other.chrom_->AddRef();
     if (chrom_ != nullptr) chrom_->Release();
     chrom_ = other.chrom_;

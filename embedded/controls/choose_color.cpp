@@ -12,7 +12,7 @@ class PaletteDialog final : public TORVDlg {
  public:
   PaletteDialog(HWND owner, COLORREF color)
       : TORVDlg(owner, ResIdCheck(kPaletteDialog, HostModule(), RT_DIALOG), nullptr,
-                ResId(0u, nullptr)),
+                ResId(0U, nullptr)),
         picked_(color & 0xFFFFFF) {}
 
   COLORREF Picked() const { return picked_; }

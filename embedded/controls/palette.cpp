@@ -15,9 +15,9 @@ constexpr COLORREF kHues[kPaletteColumns] = {
     RGB(0, 128, 255), RGB(0, 0, 255),   RGB(128, 0, 255), RGB(255, 0, 255), RGB(255, 0, 128)};
 
 struct Grid {
-  explicit Grid(HWND window) : handle(window) {
+  explicit Grid(HWND window)
+      : handle(window), selected(static_cast<int>(GetWindowLongPtrA(window, GWLP_USERDATA))) {
     GetClientRect(window, &client);
-    selected = static_cast<int>(GetWindowLongPtrA(window, GWLP_USERDATA));
   }
 
   RECT Cell(int index) const {

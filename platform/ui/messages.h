@@ -145,7 +145,7 @@ inline constexpr int SW_SHOWNORMAL = 1;
 inline constexpr int SW_SHOWNOACTIVATE = 4;
 inline constexpr int SW_SHOW = 5;
 
-inline constexpr int CW_USEDEFAULT = static_cast<int>(0x80000000u);
+inline constexpr int CW_USEDEFAULT = static_cast<int>(0x80000000U);
 
 // ---- owner drawing
 // --------------------------------------------------------------------------------
