@@ -49,11 +49,11 @@ void TChromRender::DrawAuxTrace(HDC hdc, bool /*erase*/, RECT& rect, int /*flags
   if (View() == nullptr || chrom->auxChannels.count <= 0) return;
   const THoldWindow& view = *View();
   PolyLinePool pool(PoolCapacity(rect.right, 16), &rect, hdc);
-  std::vector<LONG> rows(chrom->auxChannels.count, 0);
+  std::vector<LONG> rows(static_cast<std::size_t>(chrom->auxChannels.Size()), 0);
   SetTextAlign(hdc, TA_LEFT | TA_TOP);
   SelectObject(hdc, font);
   int drawn = 0;
-  for (LONG i = 0; i < chrom->auxChannels.count; ++i) {
+  for (LONG i = 0; i < chrom->auxChannels.Size(); ++i) {
     TChannel* channel = chrom->auxChannels.At(i);
     if (!CanBeDrawn(channel)) continue;
     ++drawn;

@@ -40,7 +40,7 @@ void Line(HDC hdc, int x0, int y0, int x1, int y1) {
 }
 
 bool AnyAuxiliary(const chromatogram& chrom) {
-  for (LONG i = 0; i < chrom.auxChannels.count; ++i) {
+  for (LONG i = 0; i < chrom.auxChannels.Size(); ++i) {
     const TChannel* channel = chrom.auxChannels.At(i);
     if (channel != nullptr && channel->visible != 0) return true;
   }
@@ -49,7 +49,7 @@ bool AnyAuxiliary(const chromatogram& chrom) {
 
 // The channel whose unit stands for all auxiliary channels; may be null.
 const TChannel* AuxiliaryForTexts(const chromatogram& chrom) {
-  for (LONG i = 0; i < chrom.auxChannels.count; ++i) {
+  for (LONG i = 0; i < chrom.auxChannels.Size(); ++i) {
     const TChannel* channel = chrom.auxChannels.At(i);
     if (channel != nullptr && channel->visible == 1) return channel;
   }

@@ -55,7 +55,7 @@ inline int PenWidth(BYTE percent, LONG textHeight) {
   return SaturateToInt32(std::int64_t{percent} * textHeight / 100);
 }
 
-// Points asked of a pool for `pointsPerColumn` = 4 up to the column `right`, plus `extra`.
+// Points asked of a pool: four per column up to the column `right`, plus `extra`.
 inline int PoolCapacity(LONG right, int extra) {
   return SaturateToInt32(std::int64_t{4} * right + extra);
 }

@@ -8,7 +8,8 @@
 // fitting operations; set the public fields; then showchrom for every repaint. All calls come from
 // one thread, and the chromatogram must not change during a call.
 // Failures: nothing is reported to the caller and nothing thrown leaves the object. Without a
-// chromatogram or its display settings every operation ends without effect.
+// chromatogram or its display settings nothing of a run is drawn; showchrom may still fill the
+// background, report a caught failure and have the host recalculate its times.
 // Rounding: doubles truncate toward zero where nothing else is said and saturate at the range of
 // the integer (a NaN gives 0). Sums of positions wrap at 32 bits.
 #pragma once
@@ -89,7 +90,7 @@ class ELUGRAPH_API TChromRender {
   void DrawArrowMarker(HDC hdc, int x, int y, int kind, SIZE size);
 
  protected:
-  // Sets zeroLift and zeroFraction one text line above the lowest channel's step, and the current
+  // Sets zeroLift and zeroFraction to one text line less one channel step, and the current
   // channel's zero from the sample at `index`.
   void zero(LONG index);
   // x of a time, halves rounded up; 0 without display settings.

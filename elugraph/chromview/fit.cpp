@@ -149,7 +149,7 @@ void TChromRender::FitAuxiliary(THoldWindow& view) {
   if (chrom->auxChannels.count <= 0) return;
   double low = std::numeric_limits<double>::max();
   double high = std::numeric_limits<double>::lowest();
-  for (LONG i = 0; i < chrom->auxChannels.count; ++i) {
+  for (LONG i = 0; i < chrom->auxChannels.Size(); ++i) {
     const TChannel* channel = chrom->auxChannels.At(i);
     if (channel == nullptr || channel->visible != 1 || channel->samples == nullptr) continue;
     for (LONG j = 0; j < channel->sampleCount; ++j) {

@@ -3,8 +3,8 @@
 
 #include "elugraph/chromview/chrom_render.h"
 
-// Names below their trace's start are stacked downward, names above it upward; one that would run
-// into its predecessor is left out.
+// Every name stands below its trace's start. Those of the channels below the host's split index are
+// stacked downward, the others upward; one that would run into its predecessor is left out.
 struct TChromRender::NameStacks {
   int lowestBottom;  // of the names written so far
   int highestTop;

@@ -14,7 +14,8 @@
 // reference levels, truncated toward zero and limited to 32 bits: along wavelength the value of a
 // local polynomial fit, along time linear between the means of equal bins of samples, of which
 // there are at most as many as columns. Samples after the last whole bin do not count. A channel
-// that holds fewer samples than the run has height 0 in the rest.
+// that states fewer samples than the run has height 0 in the rest; one that states none must hold
+// as many as the run.
 //
 // The chromatogram is borrowed, must outlive the map's use of it and not change meanwhile. No
 // operation raises a failure; the floating-point rounding mode is as before after each.

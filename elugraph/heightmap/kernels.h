@@ -1,9 +1,10 @@
 // Floating-point primitives of the height map and of the axes.
 //
 // Intermediate values stay in extended precision (64-bit significand) where the target has it, and
-// are doubles elsewhere; results are the widest floating type, and only the caller narrows them.
-// All but RoundToInt compute under the rounding mode in force and leave it alone. No kernel checks
-// ranges: infinities and NaN go through as the arithmetic takes them. No state; any thread.
+// are doubles or long doubles elsewhere; results are the widest floating type, and only the caller
+// narrows them. All but RoundToInt compute under the rounding mode in force and leave it alone. No
+// kernel checks ranges: infinities and NaN go through as the arithmetic takes them. No state; any
+// thread.
 #pragma once
 
 #include <cfloat>

@@ -25,10 +25,10 @@ struct PointerList {
   LONG host0;
   LONG count;
 
+  // How many elements there are to ask for: 0 where the list has no array.
+  LONG Size() const { return items != nullptr && count > 0 ? count : 0; }
   // null outside 0 … count − 1, and where the list has no array.
-  T* At(LONG index) const {
-    return items != nullptr && index >= 0 && index < count ? items[index] : nullptr;
-  }
+  T* At(LONG index) const { return index >= 0 && index < Size() ? items[index] : nullptr; }
 };
 
 // The engine's list of records in one array.
@@ -75,7 +75,7 @@ struct TChannel {
 
   // Seconds per sample, ≤ 0 where the channel has none of its own.
   ELUGRAPH_HOST float GetCyctimeRT();
-  // Brings the period up to date while a run is being acquired.
+  // Brings the period up to date; asked for where the run's state is 5.
   ELUGRAPH_HOST void UpdateCyctimeRT();
 };
 
@@ -198,7 +198,7 @@ class chromatogram {
   BYTE host0b3[29];
   BYTE useBackColor;  // 0x0d0 0: the scheme's alternate ground
   BYTE host0d1[16];
-  BYTE state;  // 0x0e1 5: being acquired; 0: allows drift subtraction
+  BYTE state;  // 0x0e1 5: periods are asked to be brought up to date; 0: allows drift subtraction
   BYTE host0e2[19];
   float sampleInterval;  // 0x0f5 seconds
   BYTE host0f9[10];
@@ -240,7 +240,8 @@ class chromatogram {
   ELUGRAPH_HOST void recognize();
   ELUGRAPH_HOST void update_quant();
   ELUGRAPH_HOST void recalctime();
-  // Channels below this index write their names below the trace's start, the others above it.
+  // Which of the two stacks a channel's name beside its trace belongs to: channels below this index
+  // fill the one that grows downward, the others the one that grows upward.
   ELUGRAPH_HOST int splitIndex();
 };
 
