@@ -10,6 +10,7 @@
 #include "app/label_room.h"
 #include "app/render_options.h"
 #include "app/selection.h"
+#include "tests/support/case_name.h"
 
 namespace app {
 namespace {
@@ -199,46 +200,44 @@ TEST_P(Option, ChangesThePicture) {
   EXPECT_NE(HashOf(options, WithAuxiliary()), before);
 }
 using D = DisplayOptions;
-INSTANTIATE_TEST_SUITE_P(
-    All, Option,
-    testing::Values(OptionCase{"Scale", [](D& o) { o.scale = 1.5; }},
-                    OptionCase{"FontSize", [](D& o) { o.fontPx = 9; }},
-                    OptionCase{"From", [](D& o) { o.fromS = 60; }},
-                    OptionCase{"To", [](D& o) { o.toS = 900; }},
-                    OptionCase{"SignalRange",
-                               [](D& o) {
-                                 o.signalRange = SignalRange{0, 50};
-                               }},
-                    OptionCase{"Channels", [](D& o) { o.channels = {"2-3"}; }},
-                    OptionCase{"Current", [](D& o) { o.currentChannel = "254"; }},
-                    OptionCase{"AuxChannels", [](D& o) { o.auxChannels = {"all"}; }},
-                    OptionCase{"AuxInFront", [](D& o) { o.aux = AuxPlace::kFront; }},
-                    OptionCase{"AuxOff", [](D& o) { o.aux = AuxPlace::kOff; }},
-                    OptionCase{"ChannelStep", [](D& o) { o.channelStep = 0; }},
-                    OptionCase{"NoPeaks", [](D& o) { o.peaks = PeakSource::kNone; }},
-                    OptionCase{"FilePeaks", [](D& o) { o.peaks = PeakSource::kFile; }},
-                    OptionCase{"NoLabels", [](D& o) { o.labels = PeakLabels::kNone; }},
-                    OptionCase{"Numbers", [](D& o) { o.labels = PeakLabels::kNumber; }},
-                    OptionCase{"NoBaselines", [](D& o) { o.baselines = false; }},
-                    OptionCase{"PeakTicks", [](D& o) { o.peakTicks = true; }},
-                    OptionCase{"NoFill", [](D& o) { o.fillFirst = o.fillLast = 0; }},
-                    OptionCase{"FillSome", [](D& o) { o.fillFirst = o.fillLast = 2; }},
-                    OptionCase{"Markers", [](D& o) { o.markers = Markers::kAll; }},
-                    OptionCase{"Selected",
-                               [](D& o) {
-                                 o.markers = Markers::kSelected;
-                                 o.selectedPeak = 3;
-                               }},
-                    OptionCase{"Grid", [](D& o) { o.grid = true; }},
-                    OptionCase{"NoSignalAxis", [](D& o) { o.signalAxis = false; }},
-                    OptionCase{"RelativeAxis", [](D& o) { o.relativeAxis = true; }},
-                    OptionCase{"NameList", [](D& o) { o.names = Names::kList; }},
-                    OptionCase{"Frame", [](D& o) { o.frame = true; }},
-                    OptionCase{"Drift", [](D& o) { o.subtractDrift = true; }},
-                    OptionCase{"Average", [](D& o) { o.traces = TraceStyle::kAverage; }},
-                    OptionCase{"Colours", [](D& o) { o.colours = "classic-dark"; }},
-                    OptionCase{"AxisUnit", [](D& o) { o.axisUnit = TimeUnit::kSecond; }}),
-    [](const auto& c) { return c.param.name; });
+const OptionCase kAllOption[] = {{"Scale", [](D& o) { o.scale = 1.5; }},
+                                 {"FontSize", [](D& o) { o.fontPx = 9; }},
+                                 {"From", [](D& o) { o.fromS = 60; }},
+                                 {"To", [](D& o) { o.toS = 900; }},
+                                 {"SignalRange",
+                                  [](D& o) {
+                                    o.signalRange = SignalRange{0, 50};
+                                  }},
+                                 {"Channels", [](D& o) { o.channels = {"2-3"}; }},
+                                 {"Current", [](D& o) { o.currentChannel = "254"; }},
+                                 {"AuxChannels", [](D& o) { o.auxChannels = {"all"}; }},
+                                 {"AuxInFront", [](D& o) { o.aux = AuxPlace::kFront; }},
+                                 {"AuxOff", [](D& o) { o.aux = AuxPlace::kOff; }},
+                                 {"ChannelStep", [](D& o) { o.channelStep = 0; }},
+                                 {"NoPeaks", [](D& o) { o.peaks = PeakSource::kNone; }},
+                                 {"FilePeaks", [](D& o) { o.peaks = PeakSource::kFile; }},
+                                 {"NoLabels", [](D& o) { o.labels = PeakLabels::kNone; }},
+                                 {"Numbers", [](D& o) { o.labels = PeakLabels::kNumber; }},
+                                 {"NoBaselines", [](D& o) { o.baselines = false; }},
+                                 {"PeakTicks", [](D& o) { o.peakTicks = true; }},
+                                 {"NoFill", [](D& o) { o.fillFirst = o.fillLast = 0; }},
+                                 {"FillSome", [](D& o) { o.fillFirst = o.fillLast = 2; }},
+                                 {"Markers", [](D& o) { o.markers = Markers::kAll; }},
+                                 {"Selected",
+                                  [](D& o) {
+                                    o.markers = Markers::kSelected;
+                                    o.selectedPeak = 3;
+                                  }},
+                                 {"Grid", [](D& o) { o.grid = true; }},
+                                 {"NoSignalAxis", [](D& o) { o.signalAxis = false; }},
+                                 {"RelativeAxis", [](D& o) { o.relativeAxis = true; }},
+                                 {"NameList", [](D& o) { o.names = Names::kList; }},
+                                 {"Frame", [](D& o) { o.frame = true; }},
+                                 {"Drift", [](D& o) { o.subtractDrift = true; }},
+                                 {"Average", [](D& o) { o.traces = TraceStyle::kAverage; }},
+                                 {"Colours", [](D& o) { o.colours = "classic-dark"; }},
+                                 {"AxisUnit", [](D& o) { o.axisUnit = TimeUnit::kSecond; }}};
+INSTANTIATE_TEST_SUITE_P(All, Option, testing::ValuesIn(kAllOption), CaseName());
 
 TEST(Picture, LabelsFollowThePeaksOfTheFile) {
   RunData run = DemoRun();

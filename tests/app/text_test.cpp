@@ -1,4 +1,5 @@
 #include "app/formats/text.h"
+#include "tests/support/case_name.h"
 
 #include <gtest/gtest.h>
 
@@ -16,34 +17,32 @@ struct DecodeCase {
 };
 class Decode : public testing::TestWithParam<DecodeCase> {};
 TEST_P(Decode, GivesUtf8) { EXPECT_EQ(DecodeText(GetParam().bytes), GetParam().text); }
-INSTANTIATE_TEST_SUITE_P(
-    Encodings, Decode,
-    testing::Values(DecodeCase{"Plain", "t,mAU\r\n", "t,mAU\r\n"},
-                    DecodeCase{"Utf8WithMark", "\xEF\xBB\xBFt \xC2\xB5V", "t \xC2\xB5V"},
-                    DecodeCase{"Latin1", "\xB5V \xB0", "\xC2\xB5V \xC2\xB0"},
-                    DecodeCase{"OverlongFormIsLatin1", "\xC0\x80", "\xC3\x80\xC2\x80"},
-                    DecodeCase{"SurrogateInUtf8IsLatin1", "\xED\xA0\x80",
-                               "\xC3\xAD\xC2\xA0\xC2\x80"},
-                    DecodeCase{"CutUtf8IsLatin1", "a\xC2", "a\xC3\x82"},
-                    DecodeCase{"Utf16Little",
-                               "\xFF\xFE"
-                               "1\0,\0\xB5\0\xAC\x20"s,
-                               "1,\xC2\xB5\xE2\x82\xAC"},
-                    DecodeCase{"Utf16Big",
-                               "\xFE\xFF\0"
-                               "1\0\n\x20\xAC"s,
-                               "1\n\xE2\x82\xAC"},
-                    DecodeCase{"Utf16Pair", "\xFE\xFF\xD8\x3D\xDE\x00"s, "\xF0\x9F\x98\x80"},
-                    DecodeCase{"Utf16LoneSurrogates", "\xFE\xFF\xDC\x00\xD8\x00\0A\xD8\x00"s,
-                               "\xEF\xBF\xBD\xEF\xBF\xBD"
-                               "A\xEF\xBF\xBD"},
-                    DecodeCase{"Utf16OddByte",
-                               "\xFF\xFE"
-                               "1\0"
-                               "2"s,
-                               "1\xEF\xBF\xBD"},
-                    DecodeCase{"Utf16MarkAlone", "\xFF\xFE", ""}),
-    [](const auto& c) { return c.param.name; });
+const DecodeCase kEncodingsDecode[] = {
+    {"Plain", "t,mAU\r\n", "t,mAU\r\n"},
+    {"Utf8WithMark", "\xEF\xBB\xBFt \xC2\xB5V", "t \xC2\xB5V"},
+    {"Latin1", "\xB5V \xB0", "\xC2\xB5V \xC2\xB0"},
+    {"OverlongFormIsLatin1", "\xC0\x80", "\xC3\x80\xC2\x80"},
+    {"SurrogateInUtf8IsLatin1", "\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"},
+    {"CutUtf8IsLatin1", "a\xC2", "a\xC3\x82"},
+    {"Utf16Little",
+     "\xFF\xFE"
+     "1\0,\0\xB5\0\xAC\x20"s,
+     "1,\xC2\xB5\xE2\x82\xAC"},
+    {"Utf16Big",
+     "\xFE\xFF\0"
+     "1\0\n\x20\xAC"s,
+     "1\n\xE2\x82\xAC"},
+    {"Utf16Pair", "\xFE\xFF\xD8\x3D\xDE\x00"s, "\xF0\x9F\x98\x80"},
+    {"Utf16LoneSurrogates", "\xFE\xFF\xDC\x00\xD8\x00\0A\xD8\x00"s,
+     "\xEF\xBF\xBD\xEF\xBF\xBD"
+     "A\xEF\xBF\xBD"},
+    {"Utf16OddByte",
+     "\xFF\xFE"
+     "1\0"
+     "2"s,
+     "1\xEF\xBF\xBD"},
+    {"Utf16MarkAlone", "\xFF\xFE", ""}};
+INSTANTIATE_TEST_SUITE_P(Encodings, Decode, testing::ValuesIn(kEncodingsDecode), CaseName());
 
 TEST(Lines, EveryKindOfEndInOneText) {
   EXPECT_EQ(SplitLines("a\r\nb\rc\nd\n\r\ne\n"),
@@ -64,19 +63,17 @@ TEST_P(Cells, AreSplit) {
   SplitCells(GetParam().line, GetParam().separator, cells, storage);
   EXPECT_EQ(std::vector<std::string>(cells.begin(), cells.end()), GetParam().cells);
 }
-INSTANTIATE_TEST_SUITE_P(
-    Lines, Cells,
-    testing::Values(
-        CellsCase{"Trimmed", " 1 ,\t2\xC2\xA0,3", Separator::kComma, {"1", "2", "3"}},
-        CellsCase{"EmptyOnes", ",1,,", Separator::kComma, {"", "1", "", ""}},
-        CellsCase{"TabsStay", "1\t\t2", Separator::kTab, {"1", "", "2"}},
-        CellsCase{"RunsOfBlanks", "  1 \t 2  ", Separator::kBlanks, {"1", "2"}},
-        CellsCase{"OnlyBlanks", "   ", Separator::kBlanks, {}},
-        CellsCase{"Quoted", R"("0,5"; "a;b" ;c)", Separator::kSemicolon, {"0,5", "a;b", "c"}},
-        CellsCase{"DoubledMarks", R"("say ""x""","""")", Separator::kComma, {"say \"x\"", "\""}},
-        CellsCase{"OpenQuote", R"(1,"2,3)", Separator::kComma, {"1", "2,3"}},
-        CellsCase{"QuotedBlanks", R"("Peak Time" min)", Separator::kBlanks, {"Peak Time", "min"}}),
-    [](const auto& c) { return c.param.name; });
+const CellsCase kLinesCells[] = {
+    {"Trimmed", " 1 ,\t2\xC2\xA0,3", Separator::kComma, {"1", "2", "3"}},
+    {"EmptyOnes", ",1,,", Separator::kComma, {"", "1", "", ""}},
+    {"TabsStay", "1\t\t2", Separator::kTab, {"1", "", "2"}},
+    {"RunsOfBlanks", "  1 \t 2  ", Separator::kBlanks, {"1", "2"}},
+    {"OnlyBlanks", "   ", Separator::kBlanks, {}},
+    {"Quoted", R"("0,5"; "a;b" ;c)", Separator::kSemicolon, {"0,5", "a;b", "c"}},
+    {"DoubledMarks", R"("say ""x""","""")", Separator::kComma, {"say \"x\"", "\""}},
+    {"OpenQuote", R"(1,"2,3)", Separator::kComma, {"1", "2,3"}},
+    {"QuotedBlanks", R"("Peak Time" min)", Separator::kBlanks, {"Peak Time", "min"}}};
+INSTANTIATE_TEST_SUITE_P(Lines, Cells, testing::ValuesIn(kLinesCells), CaseName());
 
 TEST(Cells, ManyCellsEndInOne) {
   std::vector<std::string_view> cells;

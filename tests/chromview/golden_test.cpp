@@ -9,6 +9,7 @@
 #include "platform/gfx/surface.h"
 #include "platform/gfx/text_engine.h"
 #include "tests/chromview/chrom_view.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -235,8 +236,7 @@ TEST_P(Golden, Journal) {
   EXPECT_EQ(got, ReadFile(path)) << "see " << path;
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, Golden, testing::ValuesIn(kScenes),
-                         [](const auto& scene) { return scene.param.name; });
+INSTANTIATE_TEST_SUITE_P(Scenes, Golden, testing::ValuesIn(kScenes), CaseName());
 
 struct PictureScene {
   const char* name;
@@ -324,7 +324,6 @@ TEST_P(GoldenPicture, Pixels) {
   EXPECT_LE(different, 8) << "got got_" << file << ", wanted " << GoldenPath(file);
 }
 
-INSTANTIATE_TEST_SUITE_P(Scenes, GoldenPicture, testing::ValuesIn(kPictures),
-                         [](const auto& scene) { return scene.param.name; });
+INSTANTIATE_TEST_SUITE_P(Scenes, GoldenPicture, testing::ValuesIn(kPictures), CaseName());
 
 }  // namespace

@@ -98,33 +98,28 @@ TEST_P(DialogEnds, ReportOnceAndThenEndTheObject) {
   EXPECT_EQ(alive, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, DialogEnds,
-    testing::Values(
-        EndCase{"Ok", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask apply",
-                IDOK},
-        EndCase{"Enter", [](auto& desk, HWND) { desk.Key(VK_RETURN); }, " ask apply", IDOK},
-        EndCase{"Refused", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask", 0,
-                false},
-        EndCase{"CancelIsNotAsked", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDCANCEL)); },
-                "", IDCANCEL, false},
-        EndCase{"Closed", [](auto& desk, HWND w) { desk.Close(w); }, "", IDCANCEL},
-        EndCase{"Destroyed", [](auto&, HWND w) { DestroyWindow(w); }, "", IDCANCEL},
-        EndCase{"EndsItselfInACommand", [](auto&, HWND w) { PostMessageA(w, WM_COMMAND, 99, 0); },
-                "", IDCANCEL},
-        // A second answer on its way must not take the data twice.
-        EndCase{"OkTwice",
-                [](auto&, HWND w) {
-                  PostMessageA(w, WM_COMMAND, IDOK, 0);
-                  PostMessageA(w, WM_COMMAND, IDOK, 0);
-                  PostMessageA(w, WM_COMMAND, IDCANCEL, 0);
-                },
-                " ask apply", IDOK},
-        EndCase{"OtherNotificationsAreNoAnswer",
-                [](auto&, HWND w) { SendMessageA(w, WM_COMMAND, MAKEWPARAM(IDOK, EN_CHANGE), 0); },
-                "", 0},
-        EndCase{"ParentGone", [](auto&, HWND w) { DestroyWindow(GetParent(w)); }, "", IDCANCEL}),
-    probe::CaseName());
+const EndCase kAllDialogEnds[] = {
+    {"Ok", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask apply", IDOK},
+    {"Enter", [](auto& desk, HWND) { desk.Key(VK_RETURN); }, " ask apply", IDOK},
+    {"Refused", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask", 0, false},
+    {"CancelIsNotAsked", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDCANCEL)); }, "",
+     IDCANCEL, false},
+    {"Closed", [](auto& desk, HWND w) { desk.Close(w); }, "", IDCANCEL},
+    {"Destroyed", [](auto&, HWND w) { DestroyWindow(w); }, "", IDCANCEL},
+    {"EndsItselfInACommand", [](auto&, HWND w) { PostMessageA(w, WM_COMMAND, 99, 0); }, "",
+     IDCANCEL},
+    // A second answer on its way must not take the data twice.
+    {"OkTwice",
+     [](auto&, HWND w) {
+       PostMessageA(w, WM_COMMAND, IDOK, 0);
+       PostMessageA(w, WM_COMMAND, IDOK, 0);
+       PostMessageA(w, WM_COMMAND, IDCANCEL, 0);
+     },
+     " ask apply", IDOK},
+    {"OtherNotificationsAreNoAnswer",
+     [](auto&, HWND w) { SendMessageA(w, WM_COMMAND, MAKEWPARAM(IDOK, EN_CHANGE), 0); }, "", 0},
+    {"ParentGone", [](auto&, HWND w) { DestroyWindow(GetParent(w)); }, "", IDCANCEL}};
+INSTANTIATE_TEST_SUITE_P(All, DialogEnds, testing::ValuesIn(kAllDialogEnds), CaseName());
 
 TEST_F(HostDialogs, InvalidContentKeepsTheDialogOpenAndGetsTheFocus) {
   auto* dialog = new Plain(nullptr);

@@ -175,14 +175,13 @@ TEST_P(Rows, StartAtTheTopOfTheScreen) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, Rows,
-                         testing::Values(RowCase{"Whole", 5, 7, 3, {0, 0, 5, 7}, 7},
-                                         RowCase{"PaddedRows", 3, 4, 3, {0, 0, 3, 4}, 4},
-                                         RowCase{"FourBytes", 5, 3, 4, {1, 1, 5, 3}, 2},
-                                         RowCase{"Part", 8, 9, 3, {3, 4, 6, 8}, 4},
-                                         RowCase{"CutToThePicture", 8, 9, 3, {-5, -5, 99, 99}, 9},
-                                         RowCase{"Outside", 8, 9, 3, {8, 0, 20, 9}, 0}),
-                         probe::CaseName());
+const RowCase kAllRows[] = {{"Whole", 5, 7, 3, {0, 0, 5, 7}, 7},
+                            {"PaddedRows", 3, 4, 3, {0, 0, 3, 4}, 4},
+                            {"FourBytes", 5, 3, 4, {1, 1, 5, 3}, 2},
+                            {"Part", 8, 9, 3, {3, 4, 6, 8}, 4},
+                            {"CutToThePicture", 8, 9, 3, {-5, -5, 99, 99}, 9},
+                            {"Outside", 8, 9, 3, {8, 0, 20, 9}, 0}};
+INSTANTIATE_TEST_SUITE_P(All, Rows, testing::ValuesIn(kAllRows), CaseName());
 
 TEST_F(Caches, PicturesOfBadExtentsAreRefused) {
   Bitmap bitmap;

@@ -9,6 +9,7 @@
 #include "elugraph/host/engine.h"
 #include "embedded/run.h"
 #include "embedded/smoothing.h"
+#include "tests/support/case_name.h"
 
 namespace embedded {
 namespace {
@@ -71,21 +72,18 @@ TEST_P(KnownPeaks, FoundWithTheirApexAreaAndHeight) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Traces, KnownPeaks,
-    testing::Values(
-        KnownCase{"Single", {{2000, 20, 50000}}, 0, 0, 0.005},
-        KnownCase{"Narrow", {{2000, 1.5, 50000}}, 0, 0, 0.01},
-        KnownCase{"Wide", {{2000, 250, 50000}}, 0, 0, 0.02},
-        KnownCase{"FallingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, -3, 0.02},
-        KnownCase{"RisingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, 3, 0.02},
-        KnownCase{"Noise", {{800, 20, 50000}, {3000, 25, 2000}}, 50, 0.1, 0.05},
-        KnownCase{"OneToTenThousand", {{1000, 15, 1e8}, {3000, 15, 1e4}}, 3, 0, 0.01},
-        KnownCase{
-            "DifferentWidths", {{500, 5, 8000}, {1500, 20, 8000}, {3000, 80, 8000}}, 10, 0, 0.03},
-        // Fused over one baseline: a drop line at the valley.
-        KnownCase{"Fused", {{1950, 20, 50000}, {2020, 20, 40000}}, 0, 0, 0.02}),
-    [](const auto& tested) { return tested.param.name; });
+const KnownCase kTracesKnownPeaks[] = {
+    {"Single", {{2000, 20, 50000}}, 0, 0, 0.005},
+    {"Narrow", {{2000, 1.5, 50000}}, 0, 0, 0.01},
+    {"Wide", {{2000, 250, 50000}}, 0, 0, 0.02},
+    {"FallingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, -3, 0.02},
+    {"RisingDrift", {{800, 20, 50000}, {3000, 25, 2000}}, 0, 3, 0.02},
+    {"Noise", {{800, 20, 50000}, {3000, 25, 2000}}, 50, 0.1, 0.05},
+    {"OneToTenThousand", {{1000, 15, 1e8}, {3000, 15, 1e4}}, 3, 0, 0.01},
+    {"DifferentWidths", {{500, 5, 8000}, {1500, 20, 8000}, {3000, 80, 8000}}, 10, 0, 0.03},
+    // Fused over one baseline: a drop line at the valley.
+    {"Fused", {{1950, 20, 50000}, {2020, 20, 40000}}, 0, 0, 0.02}};
+INSTANTIATE_TEST_SUITE_P(Traces, KnownPeaks, testing::ValuesIn(kTracesKnownPeaks), CaseName());
 
 TEST(PeakDetection, FusedPeaksShareTheirBoundaryAndBaseline) {
   const RunRef run = RunOf(Trace(4000, {{1950, 20, 50000}, {2020, 20, 40000}}));

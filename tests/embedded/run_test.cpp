@@ -8,6 +8,7 @@
 
 #include "elugraph/host/engine.h"
 #include "embedded/quantise.h"
+#include "tests/support/case_name.h"
 
 namespace embedded {
 namespace {
@@ -113,16 +114,14 @@ TEST_P(Timing, EverySampleIsShownAtItsTime) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Starts, Timing,
-    testing::Values(TimingCase{"FromZero", {0, 0}, {0.5, 0.5}, 0, {false, false}},
-                    TimingCase{"OtherPeriods", {0, 0}, {0.36863, 1.0}, 0, {false, false}},
-                    TimingCase{"BelowZero", {-2.25, -2.25}, {0.4, 0.4}, -2250, {false, false}},
-                    TimingCase{"SecondLater", {-2.25, 0.6}, {0.4, 0.4}, -2250, {false, true}},
-                    TimingCase{"SecondEarlier", {65.0, 63.55}, {0.3333, 0.2}, 63550, {true, false}},
-                    TimingCase{
-                        "WithinAMillisecond", {1.0, 1.0004}, {0.5, 0.5}, 1000, {false, false}}),
-    [](const auto& tested) { return tested.param.name; });
+const TimingCase kStartsTiming[] = {
+    {"FromZero", {0, 0}, {0.5, 0.5}, 0, {false, false}},
+    {"OtherPeriods", {0, 0}, {0.36863, 1.0}, 0, {false, false}},
+    {"BelowZero", {-2.25, -2.25}, {0.4, 0.4}, -2250, {false, false}},
+    {"SecondLater", {-2.25, 0.6}, {0.4, 0.4}, -2250, {false, true}},
+    {"SecondEarlier", {65.0, 63.55}, {0.3333, 0.2}, 63550, {true, false}},
+    {"WithinAMillisecond", {1.0, 1.0004}, {0.5, 0.5}, 1000, {false, false}}};
+INSTANTIATE_TEST_SUITE_P(Starts, Timing, testing::ValuesIn(kStartsTiming), CaseName());
 
 TEST(Timing, IrregularTimesGetATableAndJitterDoesNot) {
   ChannelData gap = Signal(std::vector<double>(5, 1.0));

@@ -14,6 +14,7 @@
 
 #include "elugraph/host/kernel.h"
 #include "embedded/diagnostics.h"
+#include "tests/support/case_name.h"
 
 namespace embedded {
 namespace {
@@ -70,32 +71,27 @@ TEST_P(IniChange, TouchesNothingElse) {
   EXPECT_EQ(found.value_or("(none)"), c.value != nullptr ? c.value : "(none)");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Cases, IniChange,
-    testing::Values(
-        ChangeCase{"EmptyText", "", "S", "k", "v", "[S]\nk=v\n"},
-        ChangeCase{"Replaced", "; c\n[s]\n\tK  =  old \n\n[t]\nk=1\n", "S", "k", "new",
-                   "; c\n[s]\nK=new\n\n[t]\nk=1\n"},
-        ChangeCase{"AddedBeforeTheGap", "[s]\na=1\n\n; about t\n[t]\nb=2\n", "t", "c", "3",
-                   "[s]\na=1\n\n; about t\n[t]\nb=2\nc=3\n"},
-        ChangeCase{"AddedBehindTheSection", "[s]\na=1\n\n[t]\nb=2\n", "s", "c", "3",
-                   "[s]\na=1\nc=3\n\n[t]\nb=2\n"},
-        ChangeCase{"NewSection", "[s]\na=1", "t", "b", "2", "[s]\na=1\n[t]\nb=2\n"},
-        ChangeCase{"CarriageReturns", "[s]\r\na=1\r\n", "s", "b", "2", "[s]\r\na=1\r\nb=2\r\n"},
-        ChangeCase{"LastLineOpen", "[s]\r\na=1", "s", "a", "2", "[s]\r\na=2"},
-        ChangeCase{"ByteOrderMark", "\xEF\xBB\xBF[s]\na=1\n", "s", "a", "2",
-                   "\xEF\xBB\xBF[s]\na=2\n"},
-        ChangeCase{"MarkAlone", "\xEF\xBB\xBF", "s", "a", "2", "\xEF\xBB\xBF[s]\na=2\n"},
-        ChangeCase{"FirstOfEqualKeys", "[s]\na=1\na=2\n[s]\na=3\n", "s", "a", "9",
-                   "[s]\na=9\na=2\n[s]\na=3\n"},
-        ChangeCase{"KeyInASecondSection", "[s]\na=1\n[S]\nb=2\n", "s", "b", "9",
-                   "[s]\na=1\n[S]\nb=9\n"},
-        ChangeCase{"BlanksNeedQuotes", "", "s", "a", " x ", "[s]\na=\" x \"\n"},
-        ChangeCase{"OwnQuotes", "", "s", "a", "\"x\"", "[s]\na=\"\"x\"\"\n"},
-        ChangeCase{"OneQuote", "", "s", "a", "\"", "[s]\na=\"\n"},
-        ChangeCase{"Removed", "[s]\na=1\nb=2\n", "s", "a", nullptr, "[s]\nb=2\n"},
-        ChangeCase{"RemovedWhereAbsent", "[s]\nb=2", "s", "a", nullptr, "[s]\nb=2"}),
-    [](const auto& tested) { return tested.param.name; });
+const ChangeCase kCasesIniChange[] = {
+    {"EmptyText", "", "S", "k", "v", "[S]\nk=v\n"},
+    {"Replaced", "; c\n[s]\n\tK  =  old \n\n[t]\nk=1\n", "S", "k", "new",
+     "; c\n[s]\nK=new\n\n[t]\nk=1\n"},
+    {"AddedBeforeTheGap", "[s]\na=1\n\n; about t\n[t]\nb=2\n", "t", "c", "3",
+     "[s]\na=1\n\n; about t\n[t]\nb=2\nc=3\n"},
+    {"AddedBehindTheSection", "[s]\na=1\n\n[t]\nb=2\n", "s", "c", "3",
+     "[s]\na=1\nc=3\n\n[t]\nb=2\n"},
+    {"NewSection", "[s]\na=1", "t", "b", "2", "[s]\na=1\n[t]\nb=2\n"},
+    {"CarriageReturns", "[s]\r\na=1\r\n", "s", "b", "2", "[s]\r\na=1\r\nb=2\r\n"},
+    {"LastLineOpen", "[s]\r\na=1", "s", "a", "2", "[s]\r\na=2"},
+    {"ByteOrderMark", "\xEF\xBB\xBF[s]\na=1\n", "s", "a", "2", "\xEF\xBB\xBF[s]\na=2\n"},
+    {"MarkAlone", "\xEF\xBB\xBF", "s", "a", "2", "\xEF\xBB\xBF[s]\na=2\n"},
+    {"FirstOfEqualKeys", "[s]\na=1\na=2\n[s]\na=3\n", "s", "a", "9", "[s]\na=9\na=2\n[s]\na=3\n"},
+    {"KeyInASecondSection", "[s]\na=1\n[S]\nb=2\n", "s", "b", "9", "[s]\na=1\n[S]\nb=9\n"},
+    {"BlanksNeedQuotes", "", "s", "a", " x ", "[s]\na=\" x \"\n"},
+    {"OwnQuotes", "", "s", "a", "\"x\"", "[s]\na=\"\"x\"\"\n"},
+    {"OneQuote", "", "s", "a", "\"", "[s]\na=\"\n"},
+    {"Removed", "[s]\na=1\nb=2\n", "s", "a", nullptr, "[s]\nb=2\n"},
+    {"RemovedWhereAbsent", "[s]\nb=2", "s", "a", nullptr, "[s]\nb=2"}};
+INSTANTIATE_TEST_SUITE_P(Cases, IniChange, testing::ValuesIn(kCasesIniChange), CaseName());
 
 // Whatever the text is: the changed entry reads back, and the other bytes are still there.
 TEST(IniText, ChangesOneEntryOfAnyText) {

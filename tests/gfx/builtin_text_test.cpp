@@ -4,6 +4,7 @@
 #include "platform/gfx/builtin_glyphs.h"
 #include "platform/gfx/turn.h"
 #include "tests/gfx/raster_fixture.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -108,28 +109,27 @@ TEST_P(Placement, OfTheBackgroundCell) {
   EXPECT_TRUE(ink.left >= c.cell.left && ink.top >= c.cell.top && ink.right <= c.cell.right &&
               ink.bottom <= c.cell.bottom);
 }
-INSTANTIATE_TEST_SUITE_P(
-    AlignAndTurn, Placement,
-    testing::Values(
-        PlacementCase{"LeftTop", TA_LEFT | TA_TOP, 0, {30, 24, 42, 36}},
-        PlacementCase{"CenterTop", TA_CENTER | TA_TOP, 0, {24, 24, 36, 36}},
-        PlacementCase{"RightTop", TA_RIGHT | TA_TOP, 0, {18, 24, 30, 36}},
-        PlacementCase{"LeftBaseline", TA_LEFT | TA_BASELINE, 0, {30, 15, 42, 27}},
-        PlacementCase{"CenterBaseline", TA_CENTER | TA_BASELINE, 0, {24, 15, 36, 27}},
-        PlacementCase{"RightBaseline", TA_RIGHT | TA_BASELINE, 0, {18, 15, 30, 27}},
-        PlacementCase{"LeftBottom", TA_LEFT | TA_BOTTOM, 0, {30, 12, 42, 24}},
-        PlacementCase{"CenterBottom", TA_CENTER | TA_BOTTOM, 0, {24, 12, 36, 24}},
-        PlacementCase{"RightBottom", TA_RIGHT | TA_BOTTOM, 0, {18, 12, 30, 24}},
-        PlacementCase{"LeftTopUp", TA_LEFT | TA_TOP, 900, {30, 12, 42, 24}},
-        PlacementCase{"LeftBottomUp", TA_LEFT | TA_BOTTOM, 900, {18, 12, 30, 24}},
-        PlacementCase{"RightBottomUp", TA_RIGHT | TA_BOTTOM, 900, {18, 24, 30, 36}},
-        PlacementCase{"CenterBaselineUp", TA_CENTER | TA_BASELINE, 900, {21, 18, 33, 30}},
-        PlacementCase{"LeftTopOver", TA_LEFT | TA_TOP, 1800, {18, 12, 30, 24}},
-        PlacementCase{"RightBaselineOver", TA_RIGHT | TA_BASELINE, -1800, {30, 21, 42, 33}},
-        PlacementCase{"LeftTopDown", TA_LEFT | TA_TOP, 2700, {18, 24, 30, 36}},
-        PlacementCase{"RightBottomDown", TA_RIGHT | TA_BOTTOM, -900, {30, 12, 42, 24}},
-        PlacementCase{"UpdateBitIsNotLooked", TA_RIGHT | TA_UPDATECP, 0, {18, 24, 30, 36}}),
-    [](const auto& each) { return each.param.name; });
+const PlacementCase kAlignAndTurnPlacement[] = {
+    {"LeftTop", TA_LEFT | TA_TOP, 0, {30, 24, 42, 36}},
+    {"CenterTop", TA_CENTER | TA_TOP, 0, {24, 24, 36, 36}},
+    {"RightTop", TA_RIGHT | TA_TOP, 0, {18, 24, 30, 36}},
+    {"LeftBaseline", TA_LEFT | TA_BASELINE, 0, {30, 15, 42, 27}},
+    {"CenterBaseline", TA_CENTER | TA_BASELINE, 0, {24, 15, 36, 27}},
+    {"RightBaseline", TA_RIGHT | TA_BASELINE, 0, {18, 15, 30, 27}},
+    {"LeftBottom", TA_LEFT | TA_BOTTOM, 0, {30, 12, 42, 24}},
+    {"CenterBottom", TA_CENTER | TA_BOTTOM, 0, {24, 12, 36, 24}},
+    {"RightBottom", TA_RIGHT | TA_BOTTOM, 0, {18, 12, 30, 24}},
+    {"LeftTopUp", TA_LEFT | TA_TOP, 900, {30, 12, 42, 24}},
+    {"LeftBottomUp", TA_LEFT | TA_BOTTOM, 900, {18, 12, 30, 24}},
+    {"RightBottomUp", TA_RIGHT | TA_BOTTOM, 900, {18, 24, 30, 36}},
+    {"CenterBaselineUp", TA_CENTER | TA_BASELINE, 900, {21, 18, 33, 30}},
+    {"LeftTopOver", TA_LEFT | TA_TOP, 1800, {18, 12, 30, 24}},
+    {"RightBaselineOver", TA_RIGHT | TA_BASELINE, -1800, {30, 21, 42, 33}},
+    {"LeftTopDown", TA_LEFT | TA_TOP, 2700, {18, 24, 30, 36}},
+    {"RightBottomDown", TA_RIGHT | TA_BOTTOM, -900, {30, 12, 42, 24}},
+    {"UpdateBitIsNotLooked", TA_RIGHT | TA_UPDATECP, 0, {18, 24, 30, 36}}};
+INSTANTIATE_TEST_SUITE_P(AlignAndTurn, Placement, testing::ValuesIn(kAlignAndTurnPlacement),
+                         CaseName());
 
 TEST(BuiltinFont, TurnsExactlyByQuarters) {
   for (int size = 1; size < 3; ++size) {

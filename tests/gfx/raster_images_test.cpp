@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "tests/gfx/raster_fixture.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -76,12 +77,11 @@ TEST_P(ImageStorage, DibIsAStretchOfTheSameSize) {
   for (const LONG limit : {INT32_MIN, INT32_MAX}) none.driver->Dib({limit, 0}, View(), nullptr);
   EXPECT_TRUE(SamePixels(none.surface, Picture().surface));
 }
-INSTANTIATE_TEST_SUITE_P(Forms, ImageStorage,
-                         testing::Values(Storage{"TopDown24", 3, false},
-                                         Storage{"BottomUp24", 3, true},
-                                         Storage{"TopDown32", 4, false},
-                                         Storage{"BottomUp32", 4, true}),
-                         [](const auto& each) { return each.param.name; });
+const Storage kFormsImageStorage[] = {{"TopDown24", 3, false},
+                                      {"BottomUp24", 3, true},
+                                      {"TopDown32", 4, false},
+                                      {"BottomUp32", 4, true}};
+INSTANTIATE_TEST_SUITE_P(Forms, ImageStorage, testing::ValuesIn(kFormsImageStorage), CaseName());
 
 // Also onto itself: what is copied is the picture before the call.
 TEST(Blits, CopyThePictureAsItWas) {

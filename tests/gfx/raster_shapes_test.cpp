@@ -3,6 +3,7 @@
 
 #include "platform/gfx/driver/integer_math.h"
 #include "tests/gfx/raster_fixture.h"
+#include "tests/support/case_name.h"
 
 namespace {
 
@@ -152,14 +153,12 @@ TEST_P(BoxOutline, KeepsItsBounds) {
     EXPECT_EQ(ellipse.surface.Pixel(x, 25), kWhite);
   }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Pens, BoxOutline,
-    testing::Values(OutlineCase{"Hair", PS_SOLID, 1, {20, 10, 50, 40}},
-                    OutlineCase{"Even", PS_SOLID, 4, {18, 8, 51, 41}},
-                    OutlineCase{"Odd", PS_SOLID, 5, {18, 8, 52, 42}},
-                    OutlineCase{"InsideEven", PS_INSIDEFRAME, 4, {20, 10, 50, 40}},
-                    OutlineCase{"InsideOdd", PS_INSIDEFRAME, 5, {20, 10, 50, 40}}),
-    [](const auto& each) { return each.param.name; });
+const OutlineCase kPensBoxOutline[] = {{"Hair", PS_SOLID, 1, {20, 10, 50, 40}},
+                                       {"Even", PS_SOLID, 4, {18, 8, 51, 41}},
+                                       {"Odd", PS_SOLID, 5, {18, 8, 52, 42}},
+                                       {"InsideEven", PS_INSIDEFRAME, 4, {20, 10, 50, 40}},
+                                       {"InsideOdd", PS_INSIDEFRAME, 5, {20, 10, 50, 40}}};
+INSTANTIATE_TEST_SUITE_P(Pens, BoxOutline, testing::ValuesIn(kPensBoxOutline), CaseName());
 
 TEST(Rectangles, OfEverySmallSizeAndAtTheLimits) {
   for (LONG w = 0; w < 4; ++w) {

@@ -12,6 +12,7 @@
 #include "platform/gfx/context.h"
 #include "platform/ui/headless.h"
 #include "platform/ui/resources.h"
+#include "tests/support/case_name.h"
 
 namespace probe {
 
@@ -66,13 +67,6 @@ inline LRESULT Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam
   }
   return DefWindowProcA(window, message, wParam, lParam);
 }
-
-struct CaseName {
-  template <class Case>
-  std::string operator()(const testing::TestParamInfo<Case>& parameter) const {
-    return parameter.param.name;
-  }
-};
 
 // A class "probe" of windows, a front with its virtual clock, and the check that a test leaves no
 // drawing object behind.

@@ -6,6 +6,7 @@
 #include "elugraph/trace/get_time.h"
 #include "elugraph/trace/poly_gon_fill_pool.h"
 #include "elugraph/trace/yval.h"
+#include "tests/support/case_name.h"
 #include "tests/trace/trace_journal.h"
 
 namespace {
@@ -68,7 +69,7 @@ INSTANTIATE_TEST_SUITE_P(View, Draw, testing::Values(
     DrawCase{"PeakBehindTheData", 1, {}, 0, 1, 7, 99, true, {}, 10, -1, 1},
     DrawCase{"PeakBehindTheLimit", 1, {}, 0, 1, 6, 11, true, {}, 12, -1, 1},
     DrawCase{"StartBehindTheData", 1, {}, 90, 1, 0, 99, true, {}, 10, -1, 0}),
-    [](const auto& c) { return c.param.name; });
+    CaseName());
 // clang-format on
 TEST(Skip, PhaseOfTheTarget) {
   PolyGonFillPool pool(2, nullptr, nullptr);

@@ -1,4 +1,5 @@
 #include "elugraph/trace/get_time.h"
+#include "tests/support/case_name.h"
 
 #include <gtest/gtest.h>
 
@@ -28,17 +29,15 @@ TEST_P(Snap, Period) {
   EXPECT_NEAR(static_cast<double>(time.period.value), c.expectedMs * kOne, 1);
   EXPECT_EQ(time.channel, nullptr);  // it has no time table
 }
-INSTANTIATE_TEST_SUITE_P(
-    Tolerance, Snap,
-    testing::Values(SnapCase{"Whole", 10000, 0.2, 0.01, 200},
-                    SnapCase{"TooManySamples", 1000000, 0.03330078125, 0.001, 33.30078125},
-                    SnapCase{"Down", 2, 0.03330078125, 0.001, 33},
-                    SnapCase{"Up", 3, 0.03375, 0.001, 34},
-                    SnapCase{"OnTheLimitKeeps", 2, 0.0335, 0.001, 33.5},
-                    SnapCase{"BothWithinPrefersDown", 1, 0.0335, 0.001, 33},
-                    SnapCase{"NoChannelKeeps", 0, 0.03330078125, 1.0, 33.30078125},
-                    SnapCase{"TooLong", 5, 1e300, 0.001, 2147483647}),
-    [](const auto& c) { return c.param.name; });
+const SnapCase kToleranceSnap[] = {{"Whole", 10000, 0.2, 0.01, 200},
+                                   {"TooManySamples", 1000000, 0.03330078125, 0.001, 33.30078125},
+                                   {"Down", 2, 0.03330078125, 0.001, 33},
+                                   {"Up", 3, 0.03375, 0.001, 34},
+                                   {"OnTheLimitKeeps", 2, 0.0335, 0.001, 33.5},
+                                   {"BothWithinPrefersDown", 1, 0.0335, 0.001, 33},
+                                   {"NoChannelKeeps", 0, 0.03330078125, 1.0, 33.30078125},
+                                   {"TooLong", 5, 1e300, 0.001, 2147483647}};
+INSTANTIATE_TEST_SUITE_P(Tolerance, Snap, testing::ValuesIn(kToleranceSnap), CaseName());
 
 struct ColumnCase {
   double ms, expected;
@@ -103,22 +102,21 @@ TEST_P(FirstSample, IndexAndPhase) {
   EXPECT_EQ(time.tfrom2Idx(c.start, FixedPoint64::OfValue(step), phase), c.index);
   EXPECT_EQ(phase.value, static_cast<std::int64_t>(c.phase * kOne));
 }
-INSTANTIATE_TEST_SUITE_P(
-    Both, FirstSample,
-    testing::Values(FirstSampleCase{"OnASample", 0.2, {}, 1000, 100, 5, 0},
-                    FirstSampleCase{"BetweenSamples", 0.2, {}, 1050, 100, 5, 50},
-                    FirstSampleCase{"JustBeforeZero", 0.2, {}, -50, 100, 0, -50},
-                    FirstSampleCase{"FarBeforeZero", 0.2, {}, -1050, 300, -5, -150},
-                    FirstSampleCase{"StepZero", 0.2, {}, 1050, 0, 5, 1050},
-                    FirstSampleCase{"ColumnsCutTo32Bits", 0.2, {}, 1000, 1.0 / kOne, 5, 1000},
-                    FirstSampleCase{"PeriodZero", 0, {}, 1050, 100, 0, 50},
-                    FirstSampleCase{"Table", 0, {7, 107, 207, 307}, 150, 50.5, 2, 47.5},
-                    FirstSampleCase{"TableOnTheBoundary", 0, {7, 107, 207, 307}, 150, 50, 1, 0},
-                    FirstSampleCase{"TableAllBefore", 0, {7, 107, 207, 312}, 400, 100, 2, 5},
-                    FirstSampleCase{"TableBeforeIt", 0, {407, 507, 607}, 0, 150, 0, 50},
-                    FirstSampleCase{"TableOfOne", 0, {7}, 400, 100, 0, 0},
-                    FirstSampleCase{"LatestStart", 0, {7, 107}, 2147483647, 100, 0, 0}),
-    [](const auto& c) { return c.param.name; });
+const FirstSampleCase kBothFirstSample[] = {
+    {"OnASample", 0.2, {}, 1000, 100, 5, 0},
+    {"BetweenSamples", 0.2, {}, 1050, 100, 5, 50},
+    {"JustBeforeZero", 0.2, {}, -50, 100, 0, -50},
+    {"FarBeforeZero", 0.2, {}, -1050, 300, -5, -150},
+    {"StepZero", 0.2, {}, 1050, 0, 5, 1050},
+    {"ColumnsCutTo32Bits", 0.2, {}, 1000, 1.0 / kOne, 5, 1000},
+    {"PeriodZero", 0, {}, 1050, 100, 0, 50},
+    {"Table", 0, {7, 107, 207, 307}, 150, 50.5, 2, 47.5},
+    {"TableOnTheBoundary", 0, {7, 107, 207, 307}, 150, 50, 1, 0},
+    {"TableAllBefore", 0, {7, 107, 207, 312}, 400, 100, 2, 5},
+    {"TableBeforeIt", 0, {407, 507, 607}, 0, 150, 0, 50},
+    {"TableOfOne", 0, {7}, 400, 100, 0, 0},
+    {"LatestStart", 0, {7, 107}, 2147483647, 100, 0, 0}};
+INSTANTIATE_TEST_SUITE_P(Both, FirstSample, testing::ValuesIn(kBothFirstSample), CaseName());
 
 TEST(FirstSample, QuotientsThatDoNotFit) {
   GetTime time = Periodic(-1.0);

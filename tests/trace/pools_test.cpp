@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "elugraph/trace/poly_gon_fill_pool.h"
+#include "tests/support/case_name.h"
 #include "tests/trace/trace_journal.h"
 
 namespace {
@@ -62,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Band, LinePool, testing::Values(
     PoolCase{"NegativeCapacity", -7, {{0, 11}, {1, 12}, {1, 0}, {2, 0}, {2, 12}},
              {"polyline 2 0,11 1,12", "polyline 2 1,12 1,10", "polyline 2 2,10 2,12"}, "inside 2,12"},
     PoolCase{"NoCapacity", 0, {{0, 0}, {9, 90}}, {"polyline 2 1,10 2,20"}, "outside 9,90"}),
-    [](const auto& c) { return c.param.name; });
+    CaseName());
 // clang-format on
 class OutlinePool : public testing::TestWithParam<PoolCase> {};
 TEST_P(OutlinePool, Holds) { ExpectRun<PolyGonPool>(GetParam()); }
@@ -80,7 +81,7 @@ INSTANTIATE_TEST_SUITE_P(Band, OutlinePool, testing::Values(
     PoolCase{"NoRoomForPending", 2, {{0, 15}, {6, 3}, {7, 15}}, {}, "outside 0,15 3,9"},
     PoolCase{"NoRoomAfterAcross", 4, {{0, 15}, {6, 3}, {31, 28}, {32, 15}}, {}, "outside 0,15 3,9 12,9 24,21"},
     PoolCase{"NoCapacity", 0, {{0, 15}, {6, 3}}, {}, "inside"}),
-    [](const auto& c) { return c.param.name; });
+    CaseName());
 // clang-format on
 TEST(LinePool, RunsShareTheirEndPoints) {  // a gap would show as a broken trace
   TraceJournal journal;

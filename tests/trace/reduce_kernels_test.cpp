@@ -1,5 +1,6 @@
 // Every instruction set's loops against one entry after the other.
 #include "elugraph/trace/reduce_kernels.h"
+#include "tests/support/case_name.h"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +10,7 @@
 namespace {
 
 class KernelSet : public testing::TestWithParam<ReduceKernels> {};
-INSTANTIATE_TEST_SUITE_P(Runnable, KernelSet, testing::ValuesIn(RunnableKernels()),
-                         [](const auto& c) { return std::string(c.param.name); });
+INSTANTIATE_TEST_SUITE_P(Runnable, KernelSet, testing::ValuesIn(RunnableKernels()), CaseName());
 
 // Lengths around those of vectors and blocks, at starts that no vector is aligned to.
 template <typename Check>

@@ -8,6 +8,7 @@
 #include "elugraph/trace/get_time.h"
 #include "elugraph/trace/poly_line_pool.h"
 #include "elugraph/trace/yval.h"
+#include "tests/support/case_name.h"
 #include "tests/trace/trace_journal.h"
 
 namespace {
@@ -184,8 +185,7 @@ Reduced PlainReduction(const Loop& loop, const Input& in) {
 }
 
 class Loops : public testing::TestWithParam<Loop> {};
-INSTANTIATE_TEST_SUITE_P(All, Loops, testing::ValuesIn(kLoops),
-                         [](const auto& c) { return c.param.name; });
+INSTANTIATE_TEST_SUITE_P(All, Loops, testing::ValuesIn(kLoops), CaseName());
 
 TEST_P(Loops, EqualThePlainReduction) {
   std::mt19937 random(4711);

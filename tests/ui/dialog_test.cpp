@@ -109,13 +109,11 @@ TEST_P(Layouts, PositionsFollowUnitsAndScale) {
   EXPECT_EQ(ui::TemplateToPixels(window, {200, 120}).cx, c.client.right);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Layouts,
-    testing::Values(
-        LayoutCase{"Pixels100", ui::Units::kPixels, 100, {0, 0, 200, 120}, {110, 90, 180, 114}},
-        LayoutCase{"Pixels150", ui::Units::kPixels, 150, {0, 0, 300, 180}, {165, 135, 270, 171}},
-        LayoutCase{"Pixels200", ui::Units::kPixels, 200, {0, 0, 400, 240}, {220, 180, 360, 228}}),
-    probe::CaseName());
+const LayoutCase kAllLayouts[] = {
+    {"Pixels100", ui::Units::kPixels, 100, {0, 0, 200, 120}, {110, 90, 180, 114}},
+    {"Pixels150", ui::Units::kPixels, 150, {0, 0, 300, 180}, {165, 135, 270, 171}},
+    {"Pixels200", ui::Units::kPixels, 200, {0, 0, 400, 240}, {220, 180, 360, 228}}};
+INSTANTIATE_TEST_SUITE_P(All, Layouts, testing::ValuesIn(kAllLayouts), CaseName());
 
 TEST_F(Dialogs, DialogUnitsFollowTheFont) {
   ui::DialogTemplate form = SmallForm();
@@ -151,22 +149,19 @@ TEST_P(Keys, MoveTheFocusAndPressButtons) {
   EXPECT_EQ(IsWindow(dialog), c.focus != 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Keys,
-    testing::Values(KeyCase{"FirstControl", {}, 20, ""}, KeyCase{"Tab", {{VK_TAB, false}}, 31, ""},
-                    KeyCase{"TabLeavesTheGroup", {{VK_TAB, false}, {VK_TAB, false}}, IDOK, ""},
-                    KeyCase{"BackRoundTheEnd", {{VK_TAB, true}}, IDCANCEL, ""},
-                    KeyCase{"ArrowChecks", {{VK_TAB, false}, {VK_DOWN, false}}, 32, " 32"},
-                    KeyCase{"ArrowRoundTheGroup",
-                            {{VK_TAB, false}, {VK_UP, false}, {VK_LEFT, false}},
-                            31,
-                            " 32 31"},
-                    KeyCase{"EnterIsTheDefaultButton", {{VK_RETURN, false}}, 0, " 1"},
-                    KeyCase{"EnterOnAnotherButton", {{VK_TAB, true}, {VK_RETURN, false}}, 0, " 2"},
-                    KeyCase{"SpaceOnAButton", {{VK_TAB, true}, {VK_SPACE, false}}, 0, " 2"},
-                    KeyCase{"SpaceOnOwnerDrawn", {{VK_SPACE, false}}, 20, " 20"},
-                    KeyCase{"Escape", {{VK_ESCAPE, false}}, 0, " 2"}),
-    probe::CaseName());
+const KeyCase kAllKeys[] = {
+    {"FirstControl", {}, 20, ""},
+    {"Tab", {{VK_TAB, false}}, 31, ""},
+    {"TabLeavesTheGroup", {{VK_TAB, false}, {VK_TAB, false}}, IDOK, ""},
+    {"BackRoundTheEnd", {{VK_TAB, true}}, IDCANCEL, ""},
+    {"ArrowChecks", {{VK_TAB, false}, {VK_DOWN, false}}, 32, " 32"},
+    {"ArrowRoundTheGroup", {{VK_TAB, false}, {VK_UP, false}, {VK_LEFT, false}}, 31, " 32 31"},
+    {"EnterIsTheDefaultButton", {{VK_RETURN, false}}, 0, " 1"},
+    {"EnterOnAnotherButton", {{VK_TAB, true}, {VK_RETURN, false}}, 0, " 2"},
+    {"SpaceOnAButton", {{VK_TAB, true}, {VK_SPACE, false}}, 0, " 2"},
+    {"SpaceOnOwnerDrawn", {{VK_SPACE, false}}, 20, " 20"},
+    {"Escape", {{VK_ESCAPE, false}}, 0, " 2"}};
+INSTANTIATE_TEST_SUITE_P(All, Keys, testing::ValuesIn(kAllKeys), CaseName());
 
 TEST_F(Dialogs, MouseOnButtons) {
   ui::RunDialog(Open(), nullptr, false);

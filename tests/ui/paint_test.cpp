@@ -69,15 +69,13 @@ TEST_P(InvalidParts, AreKeptAsOneRectangle) {
   EXPECT_EQ(painted.bottom, c.painted.bottom);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, InvalidParts,
-    testing::Values(
-        InvalidCase{"Union", {{10, 10, 20, 20}, {50, 60, 70, 80}}, {}, {10, 10, 70, 80}},
-        InvalidCase{"CutToTheWindow", {{-5, 90, 20, 900}}, {}, {0, 90, 20, 100}},
-        InvalidCase{"OutsideIsNothing", {{100, 0, 120, 50}, {30, 30, 20, 20}}, {}, {}},
-        InvalidCase{"Validated", {{10, 10, 20, 20}}, {{0, 0, 30, 30}}, {}},
-        InvalidCase{"ValidatedInPart", {{10, 10, 20, 20}}, {{0, 0, 15, 30}}, {10, 10, 20, 20}}),
-    probe::CaseName());
+const InvalidCase kAllInvalidParts[] = {
+    {"Union", {{10, 10, 20, 20}, {50, 60, 70, 80}}, {}, {10, 10, 70, 80}},
+    {"CutToTheWindow", {{-5, 90, 20, 900}}, {}, {0, 90, 20, 100}},
+    {"OutsideIsNothing", {{100, 0, 120, 50}, {30, 30, 20, 20}}, {}, {}},
+    {"Validated", {{10, 10, 20, 20}}, {{0, 0, 30, 30}}, {}},
+    {"ValidatedInPart", {{10, 10, 20, 20}}, {{0, 0, 15, 30}}, {10, 10, 20, 20}}};
+INSTANTIATE_TEST_SUITE_P(All, InvalidParts, testing::ValuesIn(kAllInvalidParts), CaseName());
 
 // A procedure that never validates must not keep the loop busy for ever.
 TEST_F(Painting, AnUnansweredPaintIsNotRepeated) {

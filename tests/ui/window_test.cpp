@@ -117,17 +117,15 @@ TEST_P(Places, ReportsWhatReallyChanged) {
   EXPECT_EQ(reported, c.reported);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Places,
-    testing::Values(
-        PlaceCase{"Both", 5, 6, 70, 80, 0, "top:move top:size", 0},
-        PlaceCase{"SizeOnly", 5, 6, 70, 80, SWP_NOMOVE, "top:size", SWP_NOMOVE},
-        PlaceCase{"MoveOnly", 5, 6, 70, 80, SWP_NOSIZE, "top:move", SWP_NOSIZE},
-        PlaceCase{"SameExtentIsNoSize", 5, 0, 200, 100, 0, "top:move", SWP_NOSIZE},
-        PlaceCase{"NothingChanged", 0, 0, 200, 100, 0, "", ~0u},
-        PlaceCase{"FrameAlone", 0, 0, 200, 100, SWP_FRAMECHANGED, "", SWP_NOSIZE | SWP_NOMOVE},
-        PlaceCase{"NegativeExtentBecomesEmpty", 0, 0, -5, 100, 0, "top:size", SWP_NOMOVE}),
-    probe::CaseName());
+const PlaceCase kAllPlaces[] = {
+    {"Both", 5, 6, 70, 80, 0, "top:move top:size", 0},
+    {"SizeOnly", 5, 6, 70, 80, SWP_NOMOVE, "top:size", SWP_NOMOVE},
+    {"MoveOnly", 5, 6, 70, 80, SWP_NOSIZE, "top:move", SWP_NOSIZE},
+    {"SameExtentIsNoSize", 5, 0, 200, 100, 0, "top:move", SWP_NOSIZE},
+    {"NothingChanged", 0, 0, 200, 100, 0, "", ~0u},
+    {"FrameAlone", 0, 0, 200, 100, SWP_FRAMECHANGED, "", SWP_NOSIZE | SWP_NOMOVE},
+    {"NegativeExtentBecomesEmpty", 0, 0, -5, 100, 0, "top:size", SWP_NOMOVE}};
+INSTANTIATE_TEST_SUITE_P(All, Places, testing::ValuesIn(kAllPlaces), CaseName());
 
 TEST_F(Windows, PlacesCountFromTheParentAndAreLimited) {
   const HWND top = Top("top");

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "embedded/run.h"
+#include "tests/support/case_name.h"
 
 namespace embedded {
 namespace {
@@ -176,7 +177,7 @@ const Reference kExact[] = {{"Line",
                              0.9693845384,
                              {0, 2.198830258544, 19.63212003919}}};
 
-const auto kName = [](const auto& tested) { return std::string(tested.param.name); };
+const auto kName = CaseName();
 INSTANTIATE_TEST_SUITE_P(Nist, Fitted, testing::ValuesIn(kNist), kName);
 INSTANTIATE_TEST_SUITE_P(Exact, Fitted, testing::ValuesIn(kExact), kName);
 
