@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/gfx/driver/integer_math.h"
 #include "tests/gfx/raster_fixture.h"
 #include "tests/support/case_name.h"
 
@@ -193,26 +192,6 @@ TEST(Clips, ShowJustTheirPartOfThePicture) {
       }
     }
     ASSERT_TRUE(SamePixels(part.surface, whole.surface)) << "drawing " << i;
-  }
-}
-
-TEST(IntegerMath, AgreesWithShortAndLongWays) {
-  Seeded random(41);
-  for (int i = 0; i < 3000; ++i) {
-    // Factors of all sizes: a × b + rest, divided by b, is a again.
-    const auto any = [&] {
-      const auto high = static_cast<std::uint64_t>(random(0, INT32_MAX));
-      return (high << 32 | static_cast<std::uint64_t>(random(0, UINT32_MAX) & 0xFFFFFFFF)) >>
-             random(0, 62);
-    };
-    const std::uint64_t a = any(), b = any() + 1;
-    EXPECT_EQ(gfx::MultiplyDivide(a, b, b), a);
-    const std::uint64_t root = gfx::IntegerRoot(a);
-    EXPECT_LE(root * root, a);
-    EXPECT_TRUE((root + 1) * (root + 1) > a || root == UINT32_MAX);
-    const std::uint64_t k = (a >> 4) + 1;
-    EXPECT_EQ(gfx::IntegerHypotenuse(3 * k, 4 * k), 5 * k);
-    EXPECT_EQ(gfx::IntegerHypotenuse(3 * k, 4 * k - 1), 5 * k - 1);
   }
 }
 

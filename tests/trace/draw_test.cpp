@@ -119,25 +119,6 @@ TEST(Edge, LiesOnTheLimit) {
   }
 }
 
-TEST(Draw, PointCallbackSeesTheMaximum) {
-  const std::vector<LONG> samples = {5, 9, 2, 7, 7, 7, 1};
-  static std::vector<POINT> seen;
-  seen.clear();
-  PolyLinePool pool(100, nullptr, nullptr);
-  YVAL yval(nullptr, 0, 1, false, 0, 0);
-  GetTime time(nullptr, 0, 1, 100, 0.001, 0.003);
-  EachPoint each(
-      pool, yval, time, 0, 0, 1,
-      [](int x, LONG value, void*, void*) {
-        seen.push_back({x, value});
-      },
-      nullptr);
-  each.Draw(0, 1, samples.data(), 7, true, 0, nullptr);
-  ASSERT_EQ(seen.size(), 3u);
-  EXPECT_EQ(seen[0].y, 9);
-  EXPECT_EQ(seen[2].x, 2);  // the point beyond the limit
-}
-
 // The pool that the callbacks get, as a place to write to.
 struct CalledPool : PolyLinePool {
   CalledPool() : PolyLinePool(100, nullptr, nullptr) {}

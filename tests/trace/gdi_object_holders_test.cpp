@@ -25,15 +25,12 @@ TEST_F(Holders, SelectorPutsThePreviousObjectBack) {
   }
   EXPECT_EQ(Current(OBJ_PEN), stockPen);
   EXPECT_EQ(GetObjectType(pen), 0u);
-}
-
-TEST_F(Holders, SelectorLeavesALaterSelectionAlone) {
   const HGDIOBJ white = GetStockObject(WHITE_PEN);
   {
     GdiObjectSelector selector(journal.hdc(), NewPen());
     SelectObject(journal.hdc(), white);
   }
-  EXPECT_EQ(Current(OBJ_PEN), white);
+  EXPECT_EQ(Current(OBJ_PEN), white) << "a later selection stays";
 }
 
 TEST_F(Holders, SlotTakesTheFirstReplacement) {

@@ -161,12 +161,4 @@ TEST_F(Painting, ShowsOnlyWhatHasChanged) {
   EXPECT_EQ(desk.Presented(top), 2);
 }
 
-TEST_F(Painting, ReferenceContextsOfTheScreenMeasure) {
-  const HDC screen = GetDC(nullptr);
-  SIZE extent{0, 0};
-  EXPECT_TRUE(GetTextExtentPoint32A(screen, "abc", 3, &extent));
-  EXPECT_GT(extent.cx, 0);
-  EXPECT_EQ(ReleaseDC(nullptr, screen), 1);
-}
-
 }  // namespace
