@@ -6,6 +6,8 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/support/journal_text.h"
+
 ChromView::ChromView() : render(&chrom) {
   Host() = {};
   chrom.sampleCount = 100;
@@ -88,10 +90,7 @@ Strings ChromView::Draw(int flags, RECT rect, bool erase) {
   journal.clear();
   other_host::Calls().clear();
   render.showchrom(hdc, erase, rect, flags);
-  Strings lines;
-  std::istringstream stream(journal);
-  for (std::string line; std::getline(stream, line);) lines.push_back(line);
-  return lines;
+  return LinesOf(journal);
 }
 
 Strings ChromView::With(const Strings& lines, const std::string& part) {

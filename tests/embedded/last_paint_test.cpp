@@ -57,7 +57,7 @@ class Caches : public probe::Fixture {
   HWND window = nullptr;
 };
 
-TEST_F(Caches, APictureIsPaintedOnceAndThenCopied) {
+TEST_F(Caches, APictureIsPaintedOncePerExtentAndThenCopied) {
   Open();
   EXPECT_EQ(dialog->asked.size(), 1u);
   EXPECT_EQ(dialog->asked[0].right, 900);
@@ -71,6 +71,12 @@ TEST_F(Caches, APictureIsPaintedOnceAndThenCopied) {
   EXPECT_EQ(Shown(400, 200), RGB(200, 0, 0));
   dialog->EraseBMP();
   EXPECT_EQ(Repaint(), 1u);
+  dialog->asked.clear();
+  desk.Resize(window, 300, 200);
+  ASSERT_EQ(dialog->asked.size(), 1u);
+  EXPECT_EQ(dialog->asked[0].right * 1000 + dialog->asked[0].bottom, 300'200);
+  desk.Resize(window, 0, 0);
+  EXPECT_EQ(dialog->asked.size(), 1u);
 }
 
 TEST_F(Caches, OnlyInvalidPartsArePaintedAnew) {
@@ -85,17 +91,6 @@ TEST_F(Caches, OnlyInvalidPartsArePaintedAnew) {
   EXPECT_EQ(Shown(25, 12), RGB(200, 0, 0));
   EXPECT_EQ(Shown(9, 12), RGB(10, 20, 30));
   EXPECT_EQ(Repaint(), 0u);
-}
-
-TEST_F(Caches, ANewExtentIsANewPicture) {
-  Open();
-  dialog->asked.clear();
-  desk.Resize(window, 300, 200);
-  ASSERT_EQ(dialog->asked.size(), 1u);
-  EXPECT_EQ(dialog->asked[0].right, 300);
-  EXPECT_EQ(dialog->asked[0].bottom, 200);
-  desk.Resize(window, 0, 0);
-  EXPECT_EQ(dialog->asked.size(), 1u);
 }
 
 TEST_F(Caches, TheCursorLiesOverTheCopyOnly) {

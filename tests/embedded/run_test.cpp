@@ -128,7 +128,7 @@ TEST(Timing, IrregularTimesGetATableAndJitterDoesNot) {
   gap.timesSec = {0.0, 1.0, 2.0, 5.0, 6.0};
   ChannelData jitter = gap;
   jitter.timesSec = {0.0, 1.04, 2.0, 2.97, 4.0};
-  const RunRef run = Make({jitter, gap});
+  const RunRef run = Make({jitter, gap}, {Signal({5, 6}, 12.0, 2.0)});
   EXPECT_EQ(+run->channels.At(0)->times, nullptr);
   ASSERT_NE(+run->channels.At(1)->times, nullptr);
   EXPECT_EQ(run->channels.At(1)->times[3], 5000);
@@ -136,6 +136,11 @@ TEST(Timing, IrregularTimesGetATableAndJitterDoesNot) {
   EXPECT_NEAR(run->PeakPlacementErrorSec(1), 1.0, 1e-9);  // 2.0 against 3.0 on a grid of 1.5 s
   EXPECT_EQ(+run->runDurationMs, 6000U);
   EXPECT_EQ(run->ActualDuration(), 6.0);
+  // Auxiliary channels always have one; their scale counts from the signal's own zero.
+  const TChannel& aux = *run->auxChannels.At(0);
+  ASSERT_NE(+aux.times, nullptr);
+  EXPECT_EQ(aux.times[1] - aux.timeBase, 14'000);
+  EXPECT_EQ(+aux.zero, 0);
 }
 
 TEST(Timing, MakeRegularKeepsWhatLiesOnStraightLines) {
@@ -156,14 +161,6 @@ TEST(Timing, MakeRegularKeepsWhatLiesOnStraightLines) {
     EXPECT_NE(MakeRegular(irregular), "");
     EXPECT_EQ(irregular.timesSec.size(), bad.size());
   }
-}
-
-TEST(Timing, AuxiliaryChannelsAlwaysHaveATable) {
-  const RunRef run = Make({Signal({1, 2, 3}, 10.0)}, {Signal({5, 6}, 12.0, 2.0)});
-  const TChannel& aux = *run->auxChannels.At(0);
-  ASSERT_NE(+aux.times, nullptr);
-  EXPECT_EQ(aux.times[1] - aux.timeBase, 4000);
-  EXPECT_EQ(+aux.zero, 0);  // its scale counts from the signal's own zero
 }
 
 TEST(MakeRun, ReportsTheChannelAndTheCause) {
@@ -239,6 +236,9 @@ TEST(MakeRun, LevelsAndCounts) {
   EXPECT_EQ(+run->channelCount, 3);
   EXPECT_EQ(+run->sampleCount, 2);  // what every channel with samples has
   EXPECT_EQ(run->curchan(), 0);
+  run->SetTimeUnit(TimeUnit::kHours);
+  EXPECT_STREQ(run->window->xunitsTxt(), "h");
+  EXPECT_DOUBLE_EQ(run->units(90.0), 0.025);
   run->zero(2);
   EXPECT_EQ(+first.zero, first.samples[2]);
   run->zero(3);
@@ -264,21 +264,6 @@ TEST(Lifetime, LivesWhileReferenced) {
   EXPECT_EQ(Run::Of(view), nullptr);
   EXPECT_EQ(Run::Of(channel), nullptr);
   EXPECT_EQ(chromatogram::pIs(nullptr), nullptr);
-}
-
-TEST(Units, TimesAndTexts) {
-  const RunRef run = Make({Signal({1, 2})});
-  struct Case {
-    TimeUnit unit;
-    const char* text;
-    double ninetySeconds;
-  };
-  for (const Case& c : {Case{TimeUnit::kSeconds, "s", 90.0}, Case{TimeUnit::kMinutes, "min", 1.5},
-                        Case{TimeUnit::kHours, "h", 0.025}}) {
-    run->SetTimeUnit(c.unit);
-    EXPECT_STREQ(run->window->xunitsTxt(), c.text);
-    EXPECT_DOUBLE_EQ(run->units(90.0), c.ninetySeconds);
-  }
 }
 
 TEST(Peaks, TablesAreCheckedSortedAndTimed) {

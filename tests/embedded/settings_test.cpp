@@ -119,21 +119,14 @@ TEST(IniText, ChangesOneEntryOfAnyText) {
 TEST(IniText, RefusesWhatALineCannotHold) {
   EXPECT_EQ(EntryFault("CHROM_2D_COLORS", "COLOR00", "1 2;3=4 [x]"), "");
   const std::string null("a\0b", 3);
-  for (const auto& [section, key, value] :
-       {std::tuple<std::string, std::string, std::string>{"s", "k", "two\nlines"},
-        {"s", "k", "carriage\r"},
-        {"s", "k", null},
-        {"", "k", "v"},
-        {"s]", "k", "v"},
-        {"s\n", "k", "v"},
-        {" s", "k", "v"},
-        {"s", "", "v"},
-        {"s", "a=b", "v"},
-        {"s", ";k", "v"},
-        {"s", "#k", "v"},
-        {"s", "[k", "v"},
-        {"s", "k ", "v"}}) {
-    EXPECT_NE(EntryFault(section, key, value), "") << section << "|" << key << "|" << value;
+  for (const std::string section : {"", "s]", "s\n", " s"}) {
+    EXPECT_NE(EntryFault(section, "k", "v"), "") << section;
+  }
+  for (const std::string key : {"", "a=b", ";k", "#k", "[k", "k "}) {
+    EXPECT_NE(EntryFault("s", key, "v"), "") << key;
+  }
+  for (const std::string& value : {std::string("two\nlines"), std::string("carriage\r"), null}) {
+    EXPECT_NE(EntryFault("s", "k", value), "") << value;
   }
 }
 
@@ -257,6 +250,10 @@ TEST_F(SettingsFile, ConcurrentWritersLoseNothing) {
   constexpr int kWriters = 6;
   constexpr int kEntries = 20;
   Put("; first line\n[shared]\nold=1\n");
+  const auto entry = [](int writer, int i) {
+    return std::pair(i % 2 == 0 ? "shared" : "own" + std::to_string(writer),
+                     "w" + std::to_string(writer) + "_" + std::to_string(i));
+  };
   std::vector<pid_t> writers;
   for (int w = 0; w < kWriters; ++w) {
     const pid_t pid = fork();
@@ -264,8 +261,7 @@ TEST_F(SettingsFile, ConcurrentWritersLoseNothing) {
     if (pid == 0) {
       bool ok = true;
       for (int i = 0; i < kEntries; ++i) {
-        const std::string key = "w" + std::to_string(w) + "_" + std::to_string(i);
-        const std::string section = i % 2 == 0 ? "shared" : "own" + std::to_string(w);
+        const auto [section, key] = entry(w, i);
         ok = ok && vsetinifile(section.c_str(), key.c_str(), "x", nullptr);
         // A reader never sees a half-written file.
         ok = ok && Get("shared", "old") == "1";
@@ -283,8 +279,7 @@ TEST_F(SettingsFile, ConcurrentWritersLoseNothing) {
   EXPECT_EQ(content.find("; first line\n[shared]\nold=1\n"), 0U);
   for (int w = 0; w < kWriters; ++w) {
     for (int i = 0; i < kEntries; ++i) {
-      const std::string key = "w" + std::to_string(w) + "_" + std::to_string(i);
-      const std::string section = i % 2 == 0 ? "shared" : "own" + std::to_string(w);
+      const auto [section, key] = entry(w, i);
       EXPECT_EQ(FindEntry(content, section, key).value_or("lost"), "x") << key;
     }
   }

@@ -1,5 +1,5 @@
 // The host's dialogs as a user sees them: controls, space for their texts, the colour chooser.
-#include <array>
+#include <set>
 
 #include "elugraph/host/controls.h"
 #include "embedded/controls/host_module.h"
@@ -18,25 +18,10 @@ struct FormCase {
 
 class Forms : public probe::Fixture, public testing::WithParamInterface<FormCase> {
  protected:
-  struct Control {
-    int id;
-    RECT place;
-    std::string text;
-    HWND handle;
-  };
-
-  std::vector<Control> ControlsOf(HWND dialog) {
-    std::vector<Control> controls;
-    const auto& templates = ui::TemplateOf(dialog)->controls;
-    for (const ui::ControlTemplate& form : templates) {
-      const int left = form.x * ui::Scale() / 100, top = form.y * ui::Scale() / 100;
-      controls.push_back({form.id,
-                          {left, top, left + form.width * ui::Scale() / 100,
-                           top + form.height * ui::Scale() / 100},
-                          form.text,
-                          GetDlgItem(dialog, form.id)});
-    }
-    return controls;
+  static RECT PlaceOf(const ui::ControlTemplate& control) {
+    const int left = control.x * ui::Scale() / 100, top = control.y * ui::Scale() / 100;
+    return {left, top, left + control.width * ui::Scale() / 100,
+            top + control.height * ui::Scale() / 100};
   }
 };
 
@@ -51,25 +36,27 @@ TEST_P(Forms, HoldTheirControlsWithRoomForTheTexts) {
   for (const int id : c.ids) EXPECT_NE(GetDlgItem(dialog, id), nullptr) << id;
   RECT client;
   GetClientRect(dialog, &client);
-  const std::vector<Control> controls = ControlsOf(dialog);
+  const auto& controls = ui::TemplateOf(dialog)->controls;
   ASSERT_FALSE(controls.empty());
   const HDC hdc = GetDC(dialog);
   SelectObject(hdc, reinterpret_cast<HGDIOBJ>(SendMessageA(dialog, WM_GETFONT, 0, 0)));
-  for (const Control& control : controls) {
-    const RECT& place = control.place;
+  for (const ui::ControlTemplate& control : controls) {
+    const RECT place = PlaceOf(control);
     EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= client.right &&
                 place.bottom <= client.bottom)
         << control.id;
+    const std::string_view text = control.text;
     SIZE extent{0, 0};
-    GetTextExtentPoint32A(hdc, control.text.data(), static_cast<int>(control.text.size()), &extent);
+    GetTextExtentPoint32A(hdc, text.data(), static_cast<int>(text.size()), &extent);
     const bool radio = control.id == 665 || control.id == 666;
     EXPECT_LE(extent.cx + (radio ? 24 * c.scale / 100 : 0), place.right - place.left)
         << control.text;
     EXPECT_LE(extent.cy, place.bottom - place.top) << control.text;
-    for (const Control& other : controls) {
-      const bool apart = &other == &control || other.place.left >= place.right ||
-                         other.place.right <= place.left || other.place.top >= place.bottom ||
-                         other.place.bottom <= place.top;
+    for (const ui::ControlTemplate& other : controls) {
+      const RECT beside = PlaceOf(other);
+      const bool apart = &other == &control || beside.left >= place.right ||
+                         beside.right <= place.left || beside.top >= place.bottom ||
+                         beside.bottom <= place.top;
       EXPECT_TRUE(apart) << control.id << " lies over " << other.id;
     }
   }
@@ -130,6 +117,12 @@ TEST_F(Chooser, MouseAndKeysPick) {
   // From the present colour two to the left and one row down, then with OK by Tab and Space.
   EXPECT_TRUE(Choose(color, {Keys({VK_LEFT, VK_LEFT, VK_DOWN}), Keys({VK_TAB, VK_SPACE})}));
   EXPECT_EQ(color, embedded::PaletteColor(5, 4));
+  std::set<COLORREF> all;
+  for (int i = 0; i < embedded::kPaletteRows * embedded::kPaletteColumns; ++i) {
+    all.insert(
+        embedded::PaletteColor(i / embedded::kPaletteColumns, i % embedded::kPaletteColumns));
+  }
+  EXPECT_EQ(all.size(), std::size_t{embedded::kPaletteRows * embedded::kPaletteColumns});
   // The edges hold.
   EXPECT_TRUE(Choose(
       color, {[](HWND dialog) { ClickColor(dialog, 0, 0); }, Keys({VK_LEFT, VK_UP, VK_RETURN})}));
@@ -145,16 +138,6 @@ TEST_F(Chooser, CancellingLeavesTheColour) {
   EXPECT_EQ(color, RGB(1, 2, 3));
   EXPECT_FALSE(ChooseColorA(nullptr, nullptr, nullptr, nullptr, 0));
   EXPECT_FALSE(ChooseColorA(reinterpret_cast<HWND>(~UINT_PTR{0}), &color, nullptr, nullptr, 0));
-}
-
-TEST_F(Chooser, ThePaletteHasNoColourTwice) {
-  for (int row = 0; row < embedded::kPaletteRows; ++row) {
-    for (int column = 0; column < embedded::kPaletteColumns; ++column) {
-      EXPECT_EQ(embedded::PaletteIndex(embedded::PaletteColor(row, column)),
-                row * embedded::kPaletteColumns + column);
-    }
-  }
-  EXPECT_EQ(embedded::PaletteIndex(RGB(1, 2, 3)), -1);
 }
 
 }  // namespace

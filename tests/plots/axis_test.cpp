@@ -110,8 +110,6 @@ TEST_F(Axis, HopelessRangesEndWithFewTicksAndATitle) {
   EXPECT_NE(Drawn().find("line 2147483547,2147483647 2147483647,2147483647"), std::string::npos);
 }
 
-// A step is wider than the widest label and half a digit (across), or more than twice as high as a
-// label (up), whatever the range.
 // Products of large numbers and steps are rounded to before the start: no reason to lose the ticks.
 TEST_F(Axis, NarrowRangesFarFromZeroKeepTheirTicks) {
   for (const auto& [from, span] : {std::pair{1776143380.8906603, 1e-4},

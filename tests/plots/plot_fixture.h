@@ -7,13 +7,13 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/gfx/context.h"
 #include "platform/gfx/gdi.h"
+#include "tests/support/journal_text.h"
 
 struct DrawnText {
   int x;
@@ -21,16 +21,6 @@ struct DrawnText {
   std::string text;
   unsigned align;
 };
-
-// The lines of a table in a raw string, without the empty one at the start.
-inline std::vector<std::string> LinesOf(const std::string& text) {
-  std::istringstream stream(text);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) {
-    if (!line.empty()) lines.push_back(line);
-  }
-  return lines;
-}
 
 // A text of tests/golden/plots.
 inline std::string GoldenText(const std::string& name) {
@@ -79,7 +69,7 @@ class PlotTest : public testing::Test {
     std::string kept;
     for (const std::string& line : LinesOf(Journal())) {
       if (line.rfind(kind, 0) != 0) continue;
-      kept += "\n" + line.substr(0, std::min(line.find(" pen="), line.find(" font=")));
+      kept += "\n" + EffectOf(line);
     }
     return kept;
   }

@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "platform/gfx/context.h"
 #include "platform/gfx/gdi.h"
+#include "tests/support/journal_text.h"
 
 class TraceJournal {
  public:
@@ -24,10 +24,7 @@ class TraceJournal {
   // The effects since the last call without their attributes: "polyline 2 0,1 2,3".
   std::vector<std::string> Take() {
     std::vector<std::string> effects;
-    std::istringstream lines(text_);
-    for (std::string line; std::getline(lines, line);) {
-      effects.push_back(line.substr(0, line.find(" pen=")));
-    }
+    for (const std::string& line : LinesOf(text_)) effects.push_back(EffectOf(line));
     text_.clear();
     return effects;
   }

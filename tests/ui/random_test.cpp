@@ -22,74 +22,21 @@ class RandomPrograms : public probe::Fixture {
     return {x, y, x + Pick(100), y + Pick(100)};
   }
 
+  void Make(HWND parent, RECT at) {
+    if (ui::LiveWindows() >= 30) return;
+    const DWORD kind = Pick(2) != 0 ? WS_CHILD : WS_POPUP;
+    const DWORD button = Pick(2) != 0 ? BS_AUTORADIOBUTTON : BS_OWNERDRAW;
+    const HWND made = CreateWindowExA(
+        0, Pick(3) != 0 ? "probe" : "BUTTON", "x", kind | WS_VISIBLE | button, at.left, at.top,
+        at.right - at.left, at.bottom - at.top, parent, nullptr, nullptr, nullptr);
+    if (made != nullptr) windows_.push_back(made);
+  }
+  // One call in three makes a window.
   void Act() {
     const HWND window = Any();
     const RECT rect = AnyRect();
-    switch (Pick(28)) {
-      default:
-        if (ui::LiveWindows() < 30) {
-          const DWORD kind = Pick(2) != 0 ? WS_CHILD : WS_POPUP;
-          const HWND made = CreateWindowExA(
-              0, Pick(3) != 0 ? "probe" : "BUTTON", "x",
-              kind | WS_VISIBLE | (Pick(2) != 0 ? BS_AUTORADIOBUTTON : BS_OWNERDRAW), rect.left,
-              rect.top, rect.right - rect.left, rect.bottom - rect.top, window, nullptr, nullptr,
-              nullptr);
-          if (made != nullptr) windows_.push_back(made);
-        }
-        break;
-      case 2:
-        DestroyWindow(window);
-        break;
-      case 3:
-        ShowWindow(window, Pick(2) != 0 ? SW_SHOW : SW_HIDE);
-        break;
-      case 4:
-        EnableWindow(window, Pick(3) != 0);
-        break;
-      case 5:
-        SetWindowPos(window, nullptr, rect.left, rect.top, rect.right, rect.bottom,
-                     static_cast<UINT>(Pick(0x400)));
-        break;
-      case 6:
-        InvalidateRect(window, Pick(2) != 0 ? &rect : nullptr, Pick(2));
-        break;
-      case 7:
-        SetCapture(window);
-        break;
-      case 8:
-        ReleaseCapture();
-        break;
-      case 9:
-        SetFocus(window);
-        break;
-      case 10:
-        if (window != nullptr) SetTimer(window, static_cast<UINT_PTR>(Pick(3)), 10, nullptr);
-        break;
-      case 11:
-        PostMessageA(window, WM_APP, 0, 0);
-        break;
-      case 12:
-        UpdateWindow(window);
-        break;
-      case 13:
-        ui::FeedMouseMove(window, {rect.left, rect.top});
-        break;
-      case 14:
-        ui::FeedMouseButton(window, ui::MouseButton::kLeft, Pick(2) != 0, {rect.left, rect.top});
-        break;
-      case 15:
-        ui::FeedKey(window, static_cast<WORD>(Pick(64)), Pick(2) != 0);
-        break;
-      case 16:
-        ui::FeedClose(window);
-        break;
-      case 17:
-        ui::FeedResize(window, {rect.right, rect.bottom});
-        break;
-      case 18:
-        ui::FeedActivate(window, Pick(2) != 0);
-        break;
-    }
+    const auto action = static_cast<std::size_t>(Pick(static_cast<int>(actions_.size() * 3 / 2)));
+    action < actions_.size() ? actions_[action](window, rect) : Make(window, rect);
   }
 
   void CheckConsistent() {
@@ -99,6 +46,36 @@ class RandomPrograms : public probe::Fixture {
     EXPECT_TRUE(focus == nullptr || focus == active || IsChild(active, focus));
   }
 
+  const std::vector<std::function<void(HWND, RECT)>> actions_ = {
+      [](HWND w, RECT) { DestroyWindow(w); },
+      [this](HWND w, RECT) { ShowWindow(w, Pick(2) != 0 ? SW_SHOW : SW_HIDE); },
+      [this](HWND w, RECT) { EnableWindow(w, Pick(3) != 0); },
+      [this](HWND w, RECT r) {
+        const auto flags = static_cast<UINT>(Pick(0x400));
+        SetWindowPos(w, nullptr, r.left, r.top, r.right, r.bottom, flags);
+      },
+      [this](HWND w, RECT r) { InvalidateRect(w, Pick(2) != 0 ? &r : nullptr, Pick(2)); },
+      [](HWND w, RECT) { SetCapture(w); },
+      [](HWND, RECT) { ReleaseCapture(); },
+      [](HWND w, RECT) { SetFocus(w); },
+      [this](HWND w, RECT) {
+        if (w != nullptr) SetTimer(w, static_cast<UINT_PTR>(Pick(3)), 10, nullptr);
+      },
+      [](HWND w, RECT) { PostMessageA(w, WM_APP, 0, 0); },
+      [](HWND w, RECT) { UpdateWindow(w); },
+      [](HWND w, RECT r) {
+        ui::FeedMouseMove(w, {r.left, r.top});
+      },
+      [this](HWND w, RECT r) {
+        ui::FeedMouseButton(w, ui::MouseButton::kLeft, Pick(2) != 0, {r.left, r.top});
+      },
+      [this](HWND w, RECT) { ui::FeedKey(w, static_cast<WORD>(Pick(64)), Pick(2) != 0); },
+      [](HWND w, RECT) { ui::FeedClose(w); },
+      [](HWND w, RECT r) {
+        ui::FeedResize(w, {r.right, r.bottom});
+      },
+      [this](HWND w, RECT) { ui::FeedActivate(w, Pick(2) != 0); },
+  };
   std::mt19937 random_;
   std::vector<HWND> windows_;
 };
