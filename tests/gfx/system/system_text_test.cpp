@@ -74,12 +74,10 @@ TEST_F(SystemFonts, ExtentsAddUpAndHoldTheInk) {
   EXPECT_EQ(text.Extent(font, "\xC2\xB5").cx, text.Extent(font, "\xB5").cx);
   gfx::Surface surface = Draw(font, "Hxnm", {20, 100});
   RECT ink{300, 300, 0, 0};
-  for (int y = 0; y < 300; ++y) {
-    for (int x = 0; x < 300; ++x) {
-      if (surface.Pixel(x, y) == kWhite) continue;
-      ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1),
-             std::max(ink.bottom, y + 1)};
-    }
+  for (int i = 0; i < 300 * 300; ++i) {
+    const LONG x = i % 300, y = i / 300;
+    if (surface.Pixel(x, y) == kWhite) continue;
+    ink = {std::min(ink.left, x), std::min(ink.top, y), std::max(ink.right, x + 1), y + 1};
   }
   EXPECT_GE(ink.left, 19);
   EXPECT_LE(ink.right, 21 + text.Extent(font, "Hxnm").cx);
