@@ -229,9 +229,13 @@ TEST(MakeRun, LevelsAndCounts) {
   EXPECT_EQ(+run->channelCount, 3);
   EXPECT_EQ(+run->sampleCount, 2);  // what every channel with samples has
   EXPECT_EQ(run->curchan(), 0);
-  run->SetTimeUnit(TimeUnit::kHours);
-  EXPECT_STREQ(run->window->xunitsTxt(), "h");
-  EXPECT_DOUBLE_EQ(run->units(90.0), 0.025);
+  for (const auto& [each, text, value] : {std::tuple{TimeUnit::kSeconds, "s", 90.0},
+                                          {TimeUnit::kMinutes, "min", 1.5},
+                                          {TimeUnit::kHours, "h", 0.025}}) {
+    run->SetTimeUnit(each);
+    EXPECT_STREQ(run->window->xunitsTxt(), text);
+    EXPECT_DOUBLE_EQ(run->units(90.0), value);
+  }
   run->zero(2);
   EXPECT_EQ(+first.zero, first.samples[2]);
   run->zero(3);

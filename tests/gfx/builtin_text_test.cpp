@@ -2,6 +2,7 @@
 #include <string>
 
 #include "platform/gfx/builtin_glyphs.h"
+#include "platform/gfx/turn.h"
 #include "tests/gfx/raster_fixture.h"
 #include "tests/support/case_name.h"
 
@@ -32,6 +33,23 @@ TEST(DecodedText, IsUtf8AndLatin1ForTheRest) {
                {"\xFF\x41", U"\u00FF\u0041"},
                {"\xC3\xC3\xA5", U"\u00C3\u00E5"}};
   for (const auto& [bytes, codes] : texts) EXPECT_EQ(gfx::DecodeText(bytes), codes);
+}
+
+TEST(Turns, AreRotationsExactAtQuarters) {
+  for (LONG tenths = -3600; tenths <= 3600; ++tenths) {
+    const gfx::Turn turn(tenths);
+    const std::int64_t c = turn.Cosine(), s = turn.Sine();
+    EXPECT_NEAR(static_cast<double>(c * c + s * s), 0x1p60, 0x1p35) << tenths;
+    // Adding ten steps of a tenth is one step of a degree, to rounding.
+    const gfx::Turn sum(tenths + 300);
+    const std::int64_t c30 = 929887697, s30 = 1 << 29;  // cosine and sine of 30 degrees
+    EXPECT_NEAR(static_cast<double>(sum.Cosine()), static_cast<double>((c * c30 - s * s30) >> 30),
+                9);
+    EXPECT_EQ(turn.Quarters() >= 0, tenths % 900 == 0) << tenths;
+  }
+  EXPECT_EQ(gfx::Turn(900).Quarters(), 1);
+  EXPECT_EQ(gfx::Turn(-900).Quarters(), 3);
+  EXPECT_EQ(gfx::Turn(INT32_MIN).Quarters(), gfx::Turn(INT32_MIN % 3600).Quarters());
 }
 
 TEST(BuiltinFont, HasADifferentGlyphForEveryCharacter) {

@@ -76,4 +76,15 @@ TEST_F(MemoryContext, BlitMapsBothSides) {
   EXPECT_EQ(surface.Hash(), before);
 }
 
+TEST_F(MemoryContext, MeasuresAsItsPartner) {
+  HDC beside = CreateCompatibleDC(hdc);  // a journal's cells have no glyphs to draw
+  gfx::TextEngine* previous = gfx::SetDisplayText(&gfx::BuiltinText());
+  HDC alone = CreateCompatibleDC(nullptr);
+  for (HDC context : {beside, memory, alone}) {
+    EXPECT_EQ(&gfx::DriverOf(context)->Text(), &gfx::BuiltinText());
+    if (context != memory) DeleteDC(context);
+  }
+  gfx::SetDisplayText(previous);
+}
+
 }  // namespace

@@ -16,6 +16,8 @@
 
 namespace probe {
 
+using ::CaseName;
+
 using Handler = std::function<std::optional<LRESULT>(HWND, UINT, WPARAM, LPARAM)>;
 
 inline std::vector<std::string>& Log() {

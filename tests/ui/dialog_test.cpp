@@ -162,6 +162,9 @@ TEST_F(Dialogs, MouseOnButtons) {
   SendMessageA(ok, BM_CLICK, 0, 0);
   EXPECT_EQ(commands, " 32");
   EXPECT_TRUE(IsWindow(dialog));
+  desk.Close(dialog);
+  EXPECT_EQ(commands, " 32 2") << "closing cancels";
+  EXPECT_FALSE(IsWindow(dialog));
 }
 
 TEST_F(Dialogs, OwnerDrawnButtonsGetTheBrushAndTheItem) {
