@@ -173,11 +173,10 @@ TEST_F(Program, RendersToTheNamedFileOrTheOutputFolder) {
   EXPECT_EQ(outcome.status, 0) << outcome.error;
   EXPECT_EQ(outcome.out, "picture.png\n");
   EXPECT_EQ(NewFiles(), std::set<std::string>{"picture.png"});
-  // The picture's header, with its width and height.
-  const std::string wanted("\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\x01\x2C\0\0\0\xC8", 24);
-  EXPECT_EQ(Contents(Work("picture.png")).substr(0, 24), wanted);
+  ASSERT_TRUE(IsPng(Work("picture.png")));
+  EXPECT_EQ(SizeOfPng(Work("picture.png")), std::pair(300, 200));
   EXPECT_EQ(Run("good.csv").out, "out/good.png\n");
-  EXPECT_TRUE(Contents(Work("out/good.png")).starts_with(wanted.substr(0, 16)));
+  EXPECT_TRUE(IsPng(Work("out/good.png")));
   EXPECT_EQ(NewFiles(), (std::set<std::string>{"out", "out/good.png", "picture.png"}));
 }
 
@@ -185,8 +184,8 @@ TEST_F(Program, WithoutArgumentsDrawsTheSameDemonstrationEachTime) {
   const Outcome outcome = Run("");
   EXPECT_EQ(outcome.status, 0) << outcome.error;
   const fs::path picture = Work(outcome.out.substr(0, outcome.out.find('\n')));
+  ASSERT_TRUE(IsPng(picture)) << outcome.out;
   const std::string first = Contents(picture);
-  EXPECT_GT(first.size(), 1000U) << outcome.out;
   Run("");
   EXPECT_EQ(Contents(picture), first);
 }
