@@ -25,6 +25,7 @@ TEST_F(MapMessages, OneRebuildAfterTheLastOfTwoSizeChanges) {
   EXPECT_EQ(map.builds, builds + 1);
   EXPECT_EQ(map.picture->Width(), width - 200);
   EXPECT_FALSE(map.resizePending);
+  EXPECT_FALSE(KillTimer(window, TChrom2DBase::kResizeTimer));  // it does not go on
   desk.RunFor(1000);
   EXPECT_EQ(map.builds, builds + 1);
 }
