@@ -21,9 +21,10 @@ LONG Extent(LONG low, LONG high) {
 
 // Row 0 of the grid, the lowest wavelength, becomes the lowest row of the picture. Runs under
 // truncation; see TruncationScope.
-[[gnu::noinline]] void ColorRows(HeightMap& map, const ValueRange& range,
+[[gnu::noinline]] void ColorRows(HeightMap& map, LONG lowest, LONG highest,
                                  const RandomAccess& access) {
-  const ColorRamp ramp(range);
+  const double span = static_cast<double>(std::int64_t{highest} - lowest);
+  const ColorRamp ramp({lowest, span > 0 ? 1.0 / span : 1.0});
   for (int row = 0; row < access.rowCount; ++row) {
     ramp.Color(map.Row(access.rowCount - 1 - row), map.Columns(),
                reinterpret_cast<MapColor*>(access.rows[row]));
@@ -36,8 +37,7 @@ bool Colored(HeightMap& map, LONG lowest, LONG highest, Bitmap& into) {
     return false;
   }
   const TruncationScope truncation;
-  const double span = static_cast<double>(std::int64_t{highest} - lowest);
-  ColorRows(map, {lowest, span > 0 ? 1.0 / span : 1.0}, access);
+  ColorRows(map, lowest, highest, access);
   return true;
 }
 
