@@ -16,6 +16,7 @@ namespace {
 
 constexpr std::size_t kNameRoom = sizeof(TChannel::name) - 1;
 constexpr LONG kApexSlack = 2;  // samples
+constexpr LONG kApexPart = 10;  // of a peak's width: one
 
 // True for a peak that has a component whatever the retention windows say.
 bool HasComponent(const RunData& run, const Peak& peak) {
@@ -40,7 +41,7 @@ embedded::ChannelData HostChannel(const Trace& trace, std::size_t number) {
   channel.values = trace.values;
   channel.timesSec = trace.timesS;
   channel.startSec = trace.startS;
-  channel.periodSec = trace.periodS;
+  channel.periodSec = channel.markPeriodSec = trace.periodS;
   return channel;
 }
 
@@ -67,13 +68,41 @@ std::string FaultOf(const std::vector<Trace>& traces,
   return {};
 }
 
-// The highest sample near the peak's time.
-LONG ApexIndex(const TChannel& channel, LONG near) {
+// The highest sample near a time, of those up to `reach` away.
+LONG ApexIndex(const TChannel& channel, LONG near, LONG reach) {
   const LONG count = channel.sampleCount;
-  const LONG first = std::max<LONG>(near - kApexSlack, 0);
-  const LONG last = std::min<LONG>(near + kApexSlack, count - 1);
+  const LONG first = std::max<LONG>(near - reach, 0);
+  const LONG last = std::min<LONG>(near + reach, count - 1);
   return static_cast<LONG>(std::max_element(channel.samples + first, channel.samples + last + 1) -
                            channel.samples);
+}
+
+// Apexes of the smoothed trace: up to the maximum of the trace itself.
+void Climb(std::span<const LONG> samples, std::vector<PeakRecord>& peaks) {
+  const auto at = [&samples](LONG index) { return samples[static_cast<std::size_t>(index)]; };
+  for (PeakRecord& peak : peaks) {
+    for (const LONG step : {-1, 1}) {
+      const LONG last = step < 0 ? peak.start : peak.end;
+      while (peak.apex != last && at(peak.apex + step) > at(peak.apex)) peak.apex += step;
+    }
+  }
+}
+
+// Detects on the trace's own sampling.
+std::vector<PeakRecord> Detect(std::span<const LONG> samples, const SampleGrid& grid) {
+  std::vector<LONG> own;
+  for (std::size_t i = grid.first; i < samples.size(); i += grid.step) own.push_back(samples[i]);
+  std::vector<PeakRecord> found = embedded::DetectPeaks(own);
+  const auto place = [&grid](LONG index) {
+    return static_cast<LONG>(grid.first + static_cast<std::size_t>(index) * grid.step);
+  };
+  for (PeakRecord& peak : found) {
+    peak.start = place(peak.start);
+    peak.apex = place(peak.apex);
+    peak.end = place(peak.end);
+  }
+  Climb(samples, found);
+  return found;
 }
 
 LONG ToCounts(const TChannel& channel, double value) {
@@ -85,20 +114,27 @@ LONG ToCounts(const TChannel& channel, double value) {
 // The peaks of one channel as records.
 class PeakTable {
  public:
-  PeakTable(embedded::Run& host, int channel)
+  PeakTable(embedded::Run& host, int channel, const SampleGrid& grid)
       : host_(host),
+        grid_(grid),
         channel_(channel),
         record_(*host.channels.At(channel)),
         samples_(record_.samples, static_cast<std::size_t>(record_.sampleCount)) {}
 
   void Add(const Peak& peak, std::size_t component) {
     PeakRecord record{};
-    record.apex = ApexIndex(record_, host_.IndexAt(channel_, peak.apexS));
-    record.start = record.end = record.apex;
+    LONG reach = kApexSlack * static_cast<LONG>(grid_.step);
     if (peak.startS && peak.endS) {
-      record.start = std::min(host_.IndexAt(channel_, *peak.startS), +record.apex);
-      record.end = std::max(host_.IndexAt(channel_, *peak.endS), +record.apex);
+      record.start = host_.IndexAt(channel_, *peak.startS);
+      record.end = host_.IndexAt(channel_, *peak.endS);
+      reach = std::max(reach, (record.end - record.start) / kApexPart);
+    }
+    record.apex = ApexIndex(record_, host_.IndexAt(channel_, peak.apexS), reach);
+    if (peak.startS && peak.endS) {
+      record.start = std::min(record.start, record.apex);
+      record.end = std::max(record.end, record.apex);
     } else {
+      record.start = record.end = record.apex;
       TakeDetectedLimits(record);
     }
     record.component = static_cast<WORD>(component);
@@ -111,7 +147,7 @@ class PeakTable {
     }
     table_.push_back(record);
   }
-  void AddDetected() { table_ = embedded::DetectPeaks(samples_); }
+  void AddDetected() { table_ = Detect(samples_, grid_); }
 
   void Set() {
     if (table_.size() > 65'535) table_.resize(65'535);
@@ -121,7 +157,7 @@ class PeakTable {
 
  private:
   void TakeDetectedLimits(PeakRecord& record) {
-    if (detected_.empty()) detected_ = embedded::DetectPeaks(samples_);
+    if (detected_.empty()) detected_ = Detect(samples_, grid_);
     for (const PeakRecord& found : detected_) {
       if (found.start > record.apex || found.end < record.apex) continue;
       record.start = found.start;
@@ -130,6 +166,7 @@ class PeakTable {
   }
 
   embedded::Run& host_;
+  const SampleGrid& grid_;
   int channel_;
   const TChannel& record_;
   std::span<const LONG> samples_;
@@ -188,7 +225,7 @@ void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixel
       ++unplaced;
       continue;
     }
-    PeakTable table(host, channel);
+    PeakTable table(host, channel, run.channels[i].grid);
     std::size_t component = 0;
     bool any = false;
     for (const Peak& peak : run.peaks) {
@@ -202,7 +239,7 @@ void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixel
     table.Set();
   }
   if (unplaced > 0) {
-    run.Note("channels that do not begin with the first sample of all are drawn without peaks (" +
+    run.Note("channels whose samples lie too irregularly for marks are drawn without peaks (" +
              std::to_string(unplaced) + " of " + std::to_string(run.channels.size()) + ")");
   }
 }

@@ -48,12 +48,18 @@ std::vector<PeakRecord> TableWith(const Plot& plot, const std::vector<LabelBox>&
   WORD next = static_cast<WORD>(noName + 1);
   const double flat = kFlatPx * plot.view.unitsPerPixel /
                       static_cast<double>(plot.Channel(plot.Current()).unitsPerCount);
+  // A label that is a number counts the peaks in front of it.
+  int lastNumber = 0;
+  for (int k = 1; k <= plot.host.peaks.count; ++k) {
+    const bool vertical = IsVertical(plot, *plot.host.peaks.At(k - 1));
+    if (chosen[static_cast<std::size_t>(k) - 1] && !vertical) lastNumber = k;
+  }
   std::vector<PeakRecord> table;
   for (int k = 1; k <= plot.host.peaks.count; ++k) {
     const auto index = static_cast<std::size_t>(k) - 1;
     PeakRecord peak = *plot.host.peaks.At(k - 1);
     if (!chosen[index]) {
-      if (boxes[index].weight < flat) continue;
+      if (boxes[index].weight < flat && k > lastNumber) continue;
       peak.component = noName;
     } else if (!IsVertical(plot, peak)) {
       peak.component = 0;
@@ -98,7 +104,9 @@ LabelBox BoxOf(Plot& plot, int number) {
     const LONG right = x + plot.render.charHeight / 2;
     return {{right - extent.cy, bottom - extent.cx, right, bottom}, height};
   }
-  return {{x - extent.cx / 2, bottom - extent.cy, x + extent.cx / 2, bottom}, height};
+  // Two numbers side by side must not read as one.
+  const LONG half = extent.cx / 2 + plot.render.charWidth / 2;
+  return {{x - half, bottom - extent.cy, x + half, bottom}, height};
 }
 
 void DropCrowdedLabels(Plot& plot) {

@@ -14,7 +14,8 @@ LabelBox BoxOf(Plot& plot, int number);
 
 // Takes away the labels of the current channel's peaks that would be unreadable, those of smaller
 // peaks first, and the amounts that are not known. What remains of a label without room is its
-// tick; peaks too flat to be seen go without it. Fits the plot again.
+// tick; peaks too flat to be seen go without it, except in front of a label that is a number. Fits
+// the plot again.
 void DropCrowdedLabels(Plot& plot);
 
 }  // namespace app

@@ -1,6 +1,7 @@
 #include "app/picture.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include "app/peak_fill.h"
 #include "app/peak_labels.h"
 #include "app/plot.h"
+#include "app/sample_grid.h"
 #include "app/selection.h"
 #include "app/signal_units.h"
 
@@ -36,6 +38,18 @@ bool Choose(RunData& run, const DisplayOptions& options, std::string& error) {
   if (options.aux == AuxPlace::kOff) auxiliary.clear();
   run = Selected(std::move(run), channels, auxiliary);
   return true;
+}
+
+// At most what the view will show in a column.
+double SecondsPerPixel(const RunData& run, const DisplayOptions& options) {
+  double startS = std::numeric_limits<double>::infinity();
+  double endS = -startS;
+  for (const Trace& trace : run.channels) {
+    startS = std::min(startS, trace.TimeAt(0));
+    endS = std::max(endS, trace.TimeAt(trace.values.size() - 1));
+  }
+  const double spanS = options.toS.value_or(endS) - options.fromS.value_or(startS);
+  return spanS / Scaled(options.widthPx, options);
 }
 
 void FillBackground(Plot& plot, const gfx::Surface& surface) {
@@ -64,6 +78,7 @@ bool DrawPicture(RunData& run, const DisplayOptions& options, gfx::Surface& surf
                  std::string& error) {
   if (!Choose(run, options, error)) return false;
   ShortenUnits(run);
+  if (options.peaks != PeakSource::kNone) PlaceSamples(run, SecondsPerPixel(run, options));
   const embedded::RunRef host = HostRun(run, error);
   if (host == nullptr || !Calibrate(run, *host, error)) return false;
   surface = gfx::Surface(Scaled(options.widthPx, options), Scaled(options.heightPx, options));

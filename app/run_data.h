@@ -12,6 +12,12 @@
 
 namespace app {
 
+// Which samples of a trace are one of its sampling intervals apart: first + i × step.
+struct SampleGrid {
+  std::size_t first = 0;
+  std::size_t step = 1;
+};
+
 // One measured signal. Texts are UTF-8.
 struct Trace {
   std::string name;            // may be empty
@@ -26,6 +32,7 @@ struct Trace {
   std::vector<double> timesS;
   double startS = 0;
   double periodS = 0;
+  SampleGrid grid;  // both times and a period: see sample_grid.h
 
   double TimeAt(std::size_t index) const {
     return timesS.empty() ? startS + static_cast<double>(index) * periodS : timesS[index];

@@ -159,7 +159,9 @@ double Run::PeakPlacementErrorSec(int channel) const {
   const Channel* from = At(channel);
   if (from == nullptr || !from->hasTable) return 0.0;
   double largest = 0.0;
-  for (LONG i = 0; i < from->sampleCount; ++i) {
+  LONG first = 0;
+  while (first + 1 < from->sampleCount && from->TimeMs(first + 1) == from->TimeMs(0)) ++first;
+  for (LONG i = first; i < from->sampleCount; ++i) {
     const double gridMs = i * static_cast<double>(from->samplePeriod) * kMsPerSec;
     largest = std::max(largest, std::fabs(from->TimeMs(i) - gridMs));
   }

@@ -46,6 +46,8 @@ struct ChannelData {
   std::vector<double> timesSec;
   double startSec = 0.0;
   double periodSec = 0.0;  // above 0
+  // What peak marks of a channel with `timesSec` count in; 0: the mean period.
+  double markPeriodSec = 0.0;
 
   // Signal values; rounded to counts. Without them: the smallest sample (auxiliary channels: 0), 0,
   // and the range of the samples.
@@ -123,7 +125,8 @@ class Run final : public chromatogram {
   LONG IndexAt(int channel, double seconds) const;
   // Instrument time of a sample; past the last sample, of the last one.
   double TimeAt(int channel, LONG index) const;
-  // Largest distance between a sample of the channel and index × period, in seconds.
+  // Largest distance between a sample of the channel and index × period, in seconds. Samples in
+  // front that only repeat the first time do not count.
   double PeakPlacementErrorSec(int channel) const;
 
   // Adds samples to a channel that is being acquired. A channel with a time table wants one time

@@ -78,8 +78,12 @@ std::string FindTiming(const ChannelData& data, std::size_t samples, Timing& tim
     const std::optional<Regular> regular = FindRegular(times);
     const double steps = static_cast<double>(std::max<std::size_t>(times.size() - 1, 1));
     const double mean = (times.back() - times.front()) / steps;
-    timing = {times.front() * kMsPerSec, (regular ? regular->periodSec : mean) * kMsPerSec,
-              regular.has_value()};
+    if (data.markPeriodSec > 0.0) {
+      timing = {times.front() * kMsPerSec, data.markPeriodSec * kMsPerSec, false};
+    } else {
+      timing = {times.front() * kMsPerSec, (regular ? regular->periodSec : mean) * kMsPerSec,
+                regular.has_value()};
+    }
   }
   const double endMs = timing.startMs + timing.periodMs * static_cast<double>(samples);
   if (std::fabs(timing.startMs) >= kMaxMs || endMs >= kMaxMs || endMs - timing.startMs >= kMaxMs) {

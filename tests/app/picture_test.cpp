@@ -9,6 +9,7 @@
 #include "app/host_run.h"
 #include "app/label_room.h"
 #include "app/render_options.h"
+#include "app/sample_grid.h"
 #include "app/selection.h"
 #include "tests/support/case_name.h"
 
@@ -151,6 +152,57 @@ TEST(HostRun, PeaksThatWouldStandElsewhereAreLeftOut) {
   EXPECT_EQ(int{host->peakCount}, 0);
   ASSERT_EQ(run.notes.size(), 1U);
   EXPECT_NE(run.notes[0].find("2 of 3"), std::string::npos) << run.notes[0];
+}
+
+TEST(SampleGrid, LateAndIrregularChannelsKeepTheirSamplesAndGetPeaks) {
+  RunData run = DemoRun();
+  run.channels[1].startS = 30.04;
+  Trace& gap = run.channels[2];
+  for (std::size_t i = 0; i < gap.values.size(); ++i) {
+    gap.timesS.push_back(static_cast<double>(i) * gap.periodS + (i % 3 == 0 ? 0.04 : 0) +
+                         (i > 4000 ? 20 : 0));
+  }
+  const RunData before = run;
+  constexpr double kToleranceS = 0.5;
+  PlaceSamples(run, kToleranceS);
+  EXPECT_EQ(run.channels[0].values, before.channels[0].values);
+  EXPECT_TRUE(run.channels[0].timesS.empty());
+  for (const std::size_t c : {1U, 2U}) {
+    const Trace& placed = run.channels[c];
+    const Trace& own = before.channels[c];
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < placed.values.size(); ++i) {
+      if (kept < own.values.size() && placed.timesS[i] == own.TimeAt(kept) &&
+          placed.values[i] == own.values[kept]) {
+        ++kept;
+      }
+      if (i < placed.grid.first) {
+        EXPECT_EQ(placed.timesS[i], own.TimeAt(0));
+        continue;
+      }
+      ASSERT_NEAR(placed.timesS[i], static_cast<double>(i) * placed.periodS, kToleranceS) << c;
+    }
+    EXPECT_EQ(kept, own.values.size()) << c;
+  }
+
+  std::string error;
+  const embedded::RunRef host = HostRun(run, error);
+  ASSERT_NE(host, nullptr) << error;
+  SetPeaks(run, *host, PeakSource::kDetect, kToleranceS);
+  EXPECT_EQ(run.notes, before.notes);
+  const RunData demo = DemoRun();
+  const embedded::RunRef plain = HostRun(demo, error);
+  ASSERT_TRUE(plain->DetectPeaks(1));
+  plain->SetCurrentChannel(1);
+  host->SetCurrentChannel(1);
+  ASSERT_EQ(int{host->peakCount}, int{plain->peakCount});
+  for (int k = 1; k <= host->peakCount; ++k) {
+    EXPECT_NEAR(host->rtime(k), plain->rtime(k) + 30.04, 0.3) << k;
+    EXPECT_NEAR(host->peaks.At(k - 1)->apex * static_cast<double>(host->sampleInterval),
+                host->rtime(k), kToleranceS);
+  }
+  host->SetCurrentChannel(2);
+  EXPECT_GT(int{host->peakCount}, 5);
 }
 
 std::uint64_t HashOf(const DisplayOptions& options, RunData run = DemoRun()) {
