@@ -70,7 +70,8 @@ void PaintGrid(const Grid& grid) {
     const RECT cell = grid.Cell(index);
     const COLORREF color = PaletteColor(index / kPaletteColumns, index % kPaletteColumns);
     if (index == grid.selected) {
-      const COLORREF ring = GetSysColor(COLOR_HIGHLIGHT);
+      const bool focused = GetFocus() == grid.handle;
+      const COLORREF ring = GetSysColor(focused ? COLOR_HIGHLIGHT : COLOR_3DSHADOW);
       ui::DrawBox(hdc, cell, {around, ring, around, Scaled(5), Scaled(2)});
     }
     ui::DrawBox(hdc, Shrunk(cell, Scaled(3)),
@@ -87,6 +88,10 @@ LRESULT GridProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_ERASEBKGND:
       return TRUE;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      InvalidateRect(window, nullptr, FALSE);
+      return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTARROWS;
     case WM_LBUTTONDOWN: {
