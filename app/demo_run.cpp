@@ -2,8 +2,9 @@
 
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <numbers>
+
+#include "app/random.h"
 
 namespace app {
 namespace {
@@ -35,27 +36,6 @@ constexpr std::array kSubstances = {
     Substance{9.70, 4.4, 3.0, {980, 1240, 300}}, Substance{10.25, 4.6, 2.2, {390, 130, 350}},
     Substance{12.90, 5.2, 6.0, {720, 90, 810}},  Substance{15.60, 6.0, 3.5, {150, 420, 130}},
     Substance{17.45, 6.4, 5.0, {540, 380, 260}},
-};
-
-// SplitMix64 (Steele, Lea, Flood: OOPSLA 2014).
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : state_(seed) {}
-  double Uniform() {  // 0 ≤ u < 1
-    std::uint64_t z = state_ += 0x9E3779B97F4A7C15;
-    z = (z ^ z >> 30) * 0xBF58476D1CE4E5B9;
-    z = (z ^ z >> 27) * 0x94D049BB133111EB;
-    return static_cast<double>((z ^ z >> 31) >> 11) * 0x1p-53;
-  }
-  // Twelve uniforms are close enough to a normal variable of unit variance.
-  double Normal() {
-    double sum = -6;
-    for (int i = 0; i < 12; ++i) sum += Uniform();
-    return sum;
-  }
-
- private:
-  std::uint64_t state_;
 };
 
 }  // namespace

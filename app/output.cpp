@@ -1,9 +1,15 @@
 #include "app/output.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <system_error>
 
 #include "app/display_options.h"
 #include "app/program.h"
@@ -79,9 +85,28 @@ int SavePicture(const gfx::Surface& surface, const OutputOptions& options,
   const std::string path = OutputPath(options.path, inputs, stem, error);
   if (path.empty()) return Fail(error);
   if (!gfx::SavePng(surface, path, error, dpi)) return Fail(error);
-  for (const std::string& note : notes) std::printf("note: %s\n", note.c_str());
+  PrintNotes(notes);
   std::printf("%s\n", path.c_str());
   return kDone;
+}
+
+bool WriteText(const std::string& path, const std::string& text, std::string& error) {
+  std::string name = fs::path(path).parent_path() / ".text-XXXXXX";
+  const int descriptor = mkstemp(name.data());
+  const mode_t mask = umask(0);
+  umask(mask);
+  std::FILE* const file = descriptor >= 0 ? fdopen(descriptor, "wb") : nullptr;
+  bool written = file != nullptr && fchmod(descriptor, 0666 & ~mask) == 0 &&
+                 std::fwrite(text.data(), 1, text.size(), file) == text.size();
+  if (file != nullptr) written = std::fclose(file) == 0 && written;
+  if (written && std::rename(name.c_str(), path.c_str()) == 0) return true;
+  error = path + ": " + std::generic_category().message(errno);
+  if (descriptor >= 0) unlink(name.c_str());
+  return false;
+}
+
+void PrintNotes(const std::vector<std::string>& notes) {
+  for (const std::string& note : notes) std::printf("note: %s\n", note.c_str());
 }
 
 Canvas::Canvas(int widthPx, int heightPx)

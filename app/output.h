@@ -35,6 +35,13 @@ int SavePicture(const gfx::Surface& surface, const OutputOptions& options,
                 const std::vector<std::string>& inputs, const std::string& stem,
                 const std::vector<std::string>& notes, double dpi = 0);
 
+// Replaces the file's contents at once; a new file is readable as any other. False, and the cause
+// in `error`, where it cannot be written; it is then unchanged.
+bool WriteText(const std::string& path, const std::string& text, std::string& error);
+
+// One line each on standard output.
+void PrintNotes(const std::vector<std::string>& notes);
+
 // A white picture with a context to draw on and a font that suits its size, selected.
 class Canvas {
  public:

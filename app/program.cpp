@@ -10,9 +10,12 @@
 #include <vector>
 
 #include "app/calibration_command.h"
+#include "app/map_command.h"
 #include "app/output.h"
+#include "app/path_command.h"
 #include "app/render_command.h"
 #include "app/xy_command.h"
+#include "embedded/settings.h"
 
 namespace app {
 namespace {
@@ -30,6 +33,8 @@ int Run(int argc, const char* const* argv) {
   const RenderCommand render(program);
   const CalibrationCommand calibration(program);
   const XYCommand xy(program);
+  const MapCommand map(program);
+  const PathCommand path(program);
   const std::string& first = arguments[0];
   const bool isCommand = !program
                               .get_subcommands([&first](const CLI::App* command) {
@@ -51,12 +56,16 @@ int Run(int argc, const char* const* argv) {
   }
   if (calibration.Chosen()) return calibration.Run();
   if (xy.Chosen()) return xy.Run();
+  if (map.Chosen()) return map.Run();
+  if (path.Chosen()) return path.Run();
   return render.Run();
 }
 
 }  // namespace
 
 int RunProgram(int argc, const char* const* argv) {
+  // Commands save what the user has changed themselves.
+  embedded::KeepSettings(false);
   try {
     return Run(argc, argv);
   } catch (const std::bad_alloc&) {

@@ -142,6 +142,7 @@ void AddInput(CLI::App& command, RenderTexts& texts) {
           "--time-unit", texts.timeUnit,
           "Unit of the files' times instead of the one they state or suggest: ms, s, min, h")
       ->type_name("UNIT");
+  AddAxisOptions(command, texts.axes);
   command
       .add_option("--peak-table", texts.peakTable,
                   "Table of peaks (time, start, end, name, amount) in place of the files' own; "
@@ -286,6 +287,7 @@ bool UnderstandRenderOptions(const RenderTexts& texts, DisplayOptions& display, 
       !Pick(kTimeUnits, texts.timeUnit, read.timeUnit, "--time-unit", error)) {
     return false;
   }
+  if (!UnderstandAxisOptions(texts.axes, read, error)) return false;
   if (texts.average) display.traces = TraceStyle::kAverage;
   return ParseNumbers(texts, display, error) && ParseScaledSize(texts, display, error) &&
          ParseTimes(texts, display, error) && ParseSignal(texts, display, error) &&

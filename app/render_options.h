@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/amount_options.h"
+#include "app/axis_options.h"
 #include "app/display_options.h"
 #include "app/output.h"
 #include "app/run_data.h"
@@ -18,6 +19,7 @@ struct RenderTexts {
   AmountTexts amounts;
   std::string peakTable;  // empty: none but "STEM.peaks.csv" beside a file
   std::string timeUnit;
+  AxisTexts axes;
   std::string from;
   std::string to;
   std::string signal;

@@ -120,11 +120,15 @@ void Report(const std::string& fault) {
   if (!fault.empty()) exceptout("%s", fault.c_str());
 }
 
+constinit bool keepSettings = true;
+
 std::string PathOrSettings(const char* file) {
   return file != nullptr && *file != '\0' ? file : SettingsPath();
 }
 
 }  // namespace
+
+void KeepSettings(bool on) { keepSettings = on; }
 
 std::string SettingsPath() {
   if (std::string named = Environment("ELUGRAPH_SETTINGS"); !named.empty()) return named;
@@ -218,6 +222,7 @@ str& GetIniFileEntry(str& value, const char* section, const char* key, const cha
 
 bool vsetinifile(const char* section, const char* key, const char* value, const char* file) {
   if (section == nullptr || key == nullptr) return false;
+  if (!embedded::keepSettings) return true;
   const std::string path = embedded::PathOrSettings(file);
   std::optional<std::string_view> entry;
   if (value != nullptr) entry = value;

@@ -31,6 +31,10 @@ std::string ChangeEntry(std::string_view text, std::string_view section, std::st
 // neither name may be empty or begin or end with a blank.
 std::string EntryFault(std::string_view section, std::string_view key, std::string_view value);
 
+// While off, vsetinifile agrees and changes no file: for programs of which the user expects no
+// change of settings. On at the start.
+void KeepSettings(bool on);
+
 // Path of the settings file; empty where the environment names no place for it.
 std::string SettingsPath();
 

@@ -56,11 +56,8 @@ class Program : public testing::Test {
                         std::inserter(added, added.end()));
     return added;
   }
-  Outcome Run(const std::string& arguments) const { return RunWithSettings({}, arguments); }
-  // With a settings file in the folder instead of the test program's.
-  Outcome RunWithSettings(const std::string& file, const std::string& arguments) const {
-    const std::string settings = file.empty() ? "" : "ELUGRAPH_SETTINGS='" + file + "' ";
-    const std::string command = "cd '" + (folder_ / "work").string() + "' && " + settings +
+  Outcome Run(const std::string& arguments, const std::string& before = {}) const {
+    const std::string command = "cd '" + (folder_ / "work").string() + "' && " + before +
                                 "'" ELUGRAPH_PROGRAM "' " + arguments + " >../stdout 2>../stderr";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Contents(folder_ / "stdout"),
@@ -84,36 +81,6 @@ std::pair<int, int> SizeOfPng(const fs::path& path) {
     return value;
   };
   return {number(16), number(20)};
-}
-
-// The library keeps its colour scale from one process to the next, whatever the process does.
-TEST_F(Program, KeepsTheColourScaleInTheSettings) {
-  const struct {
-    const char* name;
-    const char* before;  // null: no file
-    const char* after;
-  } cases[] = {
-      {"first.ini", nullptr, "[CHROM_2D_COLORS]\nFORMULA=LINE\nCOLOR00=0\nCOLOR01=16777215\n"},
-      {"mine.ini", "; mine\n[chrom_2d_colors]\nFormula = LOG\ncolor00=1\nCOLOR01 = 2\nCOLOR02=3\n",
-       "; mine\n[chrom_2d_colors]\nFormula = LOG\ncolor00=1\nCOLOR01 = 2\nCOLOR02=3\n"},
-      {"gap.ini", "[CHROM_2D_COLORS]\nFORMULA=log\nCOLOR00=255\nCOLOR02=9\n",
-       "[CHROM_2D_COLORS]\nFORMULA=LOG\nCOLOR00=0\nCOLOR01=16777215\n"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    if (c.before != nullptr) std::ofstream(Work(c.name)) << c.before;
-    const Outcome outcome = RunWithSettings(c.name, "good.csv");
-    EXPECT_EQ(outcome.status, 0);
-    EXPECT_EQ(outcome.error, "");
-    EXPECT_EQ(Contents(Work(c.name)), c.after);
-  }
-}
-
-TEST_F(Program, DrawsWhereSettingsCannotBeWritten) {
-  const Outcome outcome = RunWithSettings("good.csv/settings.ini", "good.csv -o x.png");
-  EXPECT_EQ(outcome.status, 0);
-  EXPECT_TRUE(IsPng(Work("x.png")));
-  EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1) << outcome.error;
 }
 
 TEST_F(Program, RefusesInOneLineAndLeavesNothing) {
@@ -147,6 +114,19 @@ TEST_F(Program, RefusesInOneLineAndLeavesNothing) {
       {"render good.csv --channels 7", "'7' names none of the 1 channels"},
       {"render good.csv --peak-table none.csv", "none.csv: No such file or directory"},
       {"render good.csv --peak-table bad.csv", "bad.csv:3: expected 2 columns, found 1"},
+      {"render good.csv --axis-wavelengths 200", "--axis-wavelengths: '200' is not FROM:TO or …"},
+      {"render good.csv --axis-times 5:2", "--axis-times: '5:2' is not FROM:TO such as 0:10min"},
+      {"render good.csv --times-in lines", "--times-in: 'lines' is not one of rows, columns"},
+      {"map good.csv -o x.png", "good.csv: a map needs 3 wavelengths or more; 0 of 1 channels …"},
+      {"map -o x.png --wavelengths 200", "--wavelengths: '200' is not LOW:HIGH"},
+      {"map -o x.png --formula cubic", "--formula: 'cubic' is not one of linear, log"},
+      {"map -o x.png --size 16000x16000", "--size: a map has at most 67108864 pixels"},
+      {"map -o x.png --from soon", "--from: 'soon' is not a time such as 2.5min or 90s"},
+      {"map -o good.csv good.csv", "good.csv: a map needs …"},
+      {"path good.csv --save x.csv", "good.csv: a map needs …"},
+      {"path --save x.csv --path bad.csv", "bad.csv:1: the header has no column 'end_s'"},
+      {"path --save none/x.csv", "none/x.csv: cannot be written"},
+      {"path", "--save is required …"},
       {"render good.csv --shiny", "The following argument was not expected: --shiny …"},
   };
   const std::string data = Contents(Work("good.csv"));
@@ -214,8 +194,47 @@ TEST_F(Program, AssumptionsAreSaid) {
             "note: text after the table, from line 3, is not used\nout/plain.png\n");
 }
 
+TEST_F(Program, MapsArePictures) {
+  const Outcome outcome = Run("map -o map.png --size 320x240 --from 2 --wavelengths 220:300");
+  EXPECT_EQ(outcome.status, 0) << outcome.error;
+  EXPECT_EQ(outcome.out, "map.png\n");
+  EXPECT_EQ(SizeOfPng(Work("map.png")), std::pair(320, 240));
+  std::ofstream(Work("plain.txt")) << "1 2 3\n4 5 6\n7 8 9\n";
+  EXPECT_EQ(Run("map plain.txt -o m.png --axis-wavelengths 200:220 --axis-times 0:1min").out,
+            "m.png\n");
+}
+
+TEST_F(Program, WindowsNeedADisplay) {
+  for (const char* arguments : {"map", "path --save x.csv"}) {
+    const Outcome outcome = Run(arguments, "env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER ");
+    EXPECT_EQ(outcome.status, 2);
+    EXPECT_NE(outcome.error.find("-o draws"), std::string::npos) << outcome.error;
+    EXPECT_EQ(std::count(outcome.error.begin(), outcome.error.end(), '\n'), 1) << outcome.error;
+    EXPECT_EQ(NewFiles(), std::set<std::string>());
+  }
+}
+
+// Pictures are no reason to write settings: what the library does at the end of a process is held
+// back. Nor do settings that cannot be read or written keep anyone from drawing.
+TEST_F(Program, SettingsStayAsTheyAre) {
+  const std::string mine = "; mine\n[CHROM_2D_COLORS]\nFORMULA=log\nCOLOR00=255\nCOLOR02=9\n";
+  std::ofstream(Work("mine.ini")) << mine;
+  before_.insert("mine.ini");
+  for (const char* file : {"mine.ini", "new.ini", "good.csv/new.ini"}) {
+    for (const char* arguments : {"good.csv -o x.png", "map -o x.png --colours ember"}) {
+      SCOPED_TRACE(file);
+      const Outcome outcome = Run(arguments, std::string("ELUGRAPH_SETTINGS='") + file + "' ");
+      EXPECT_EQ(outcome.status, 0);
+      EXPECT_EQ(outcome.error, "");
+      EXPECT_EQ(NewFiles(), std::set<std::string>{"x.png"});
+      EXPECT_EQ(Contents(Work("mine.ini")), mine);
+    }
+  }
+}
+
 TEST_F(Program, HelpAndVersionAreAnswers) {
-  for (const char* arguments : {"--help", "render --help", "--version"}) {
+  for (const char* arguments :
+       {"--help", "render --help", "map --help", "path --help", "--version"}) {
     const Outcome outcome = Run(arguments);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(outcome.out.find("elugraph"), std::string::npos) << arguments;

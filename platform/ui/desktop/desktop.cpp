@@ -32,6 +32,11 @@ struct Ratio {
   SDL_Point units{}, pixels{};
 };
 
+[[maybe_unused]] bool HasVariable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr && *value != '\0';
+}
+
 int ScaleOfDisplay() {
   if (const char* wanted = std::getenv("ELUGRAPH_SCALE")) {
     if (const int percent = std::atoi(wanted); percent > 0) return percent;
@@ -105,6 +110,16 @@ std::unique_ptr<Desktop> Desktop::Open(std::string& error, int scalePercent) {
   SDL_SetHint(SDL_HINT_QUIT_ON_LAST_WINDOW_CLOSE, "0");
   SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   SDL_SetHint(SDL_HINT_WINDOWS_DPI_AWARENESS, "permonitorv2");
+#ifdef __linux__
+  // Left alone, SDL looks for all kinds of displays, and takes in the end one that nobody sees.
+  if (!HasVariable("SDL_VIDEODRIVER") && !HasVariable("WAYLAND_DISPLAY")) {
+    if (!HasVariable("DISPLAY")) {
+      error = "no display: neither DISPLAY nor WAYLAND_DISPLAY is set";
+      return nullptr;
+    }
+    SDL_SetHint(SDL_HINT_VIDEODRIVER, "x11");
+  }
+#endif
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
     error = std::string("no display: ") + SDL_GetError();
     return nullptr;
