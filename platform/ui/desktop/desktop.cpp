@@ -103,6 +103,13 @@ void Show(SDL_Window* window, const gfx::Surface& picture, const RECT& dirty) {
   SDL_FreeSurface(source);
 }
 
+// SDL wakes itself through a second connection to an X server, which may see such a message only
+// when the window it is for has gone, and then ends the program. Hiding waits for the server.
+void End(SDL_Window* window) {
+  SDL_HideWindow(window);
+  SDL_DestroyWindow(window);
+}
+
 }  // namespace
 
 std::unique_ptr<Desktop> Desktop::Open(std::string& error, int scalePercent) {
@@ -134,7 +141,7 @@ Desktop::Desktop() : before_(SetFront(this)) {}
 
 Desktop::~Desktop() {
   SetFront(before_);
-  for (const auto& [window, shown] : windows_) SDL_DestroyWindow(shown);
+  for (const auto& [window, shown] : windows_) End(shown);
   for (const auto& [cursor, made] : cursors_) SDL_FreeCursor(made);
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
@@ -201,7 +208,7 @@ void Desktop::Gone(HWND window) {
   SDL_Window* shown = Find(window);
   if (shown == nullptr) return;
   windows_.erase(window);
-  SDL_DestroyWindow(shown);
+  End(shown);
 }
 
 void Desktop::Placed(HWND window) {
