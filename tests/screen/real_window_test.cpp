@@ -93,14 +93,9 @@ class RealWindow : public testing::Test {
                    folder / "program.log");
     ASSERT_TRUE(x->FindWindow(title, place)) << Contents(folder / "program.log");
   }
-  // Starts the editor; it then shows what its twin does.
-  void StartEditor(const gfx::Surface& picture) {
+  void StartEditor() {
     Start({"path", "--path", (folder / "in.csv").string(), "--save", Saved().string()},
           "integration path");
-    ASSERT_EQ(place.right - place.left, picture.Width());
-    ASSERT_EQ(place.bottom - place.top, picture.Height());
-    ASSERT_TRUE(LeaveWithMouse());
-    ASSERT_TRUE(Shows(picture, 0, picture.Height() - kNoButtons));
   }
   bool LeaveWithMouse() const { return x->Do("mousemove 1279 1023"); }
   fs::path Saved() const { return folder / "out.csv"; }
@@ -162,8 +157,12 @@ TEST_F(RealWindow, PathIsEditedByMouse) {
   twin->Picture(at.hwnd);
   const gfx::Surface before = twin->Picture(editor);
 
-  StartEditor(before);
+  StartEditor();
+  ASSERT_EQ(place.right - place.left, before.Width());
+  ASSERT_EQ(place.bottom - place.top, before.Height());
+  ASSERT_TRUE(LeaveWithMouse());
   const int buttons = before.Height() - kNoButtons;
+  ASSERT_TRUE(Shows(before, 0, buttons));
   Keep("editor");
 
   // The first boundary to the right, and the last band's lower line down.
@@ -190,6 +189,8 @@ TEST_F(RealWindow, PathIsEditedByMouse) {
   EXPECT_FALSE(fs::exists(folder / "settings.ini"));
 }
 
+// The first picture put another window in the place of the one that was there: what the mouse did
+// before it was lost.
 TEST_F(RealWindow, CancelledPathIsNotWritten) {
   SIPathHolder path;
   std::string error;
@@ -198,7 +199,7 @@ TEST_F(RealWindow, CancelledPathIsNotWritten) {
   ASSERT_NE(editor, nullptr);
   Positions at(*map.run);
   twin->Picture(at.hwnd);
-  StartEditor(twin->Picture(editor));
+  StartEditor();
   const POINT boundary{at.Time2X(180), at.ChanV2Y(350)};
   ASSERT_TRUE(Drag(boundary, {boundary.x + 60, boundary.y}));
   ASSERT_TRUE(Click(editor, IDCANCEL));

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <string_view>
 
 #include "platform/gfx/context.h"
 #include "platform/ui/desktop/keys.h"
@@ -130,6 +131,11 @@ std::unique_ptr<Desktop> Desktop::Open(std::string& error, int scalePercent) {
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
     error = std::string("no display: ") + SDL_GetError();
     return nullptr;
+  }
+  // Otherwise the first picture of a window puts another one in its place, which has seen none of
+  // the mouse until then.
+  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11") {
+    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   }
   SDL_EnableScreenSaver();
   SDL_StartTextInput();
