@@ -5,12 +5,15 @@
 #include <string_view>
 
 #include "app/fit.h"
+#include "app/peak_labels.h"
 #include "app/trace_bands.h"
 
 namespace app {
 namespace {
 
 constexpr double kAuxHighHeadroom = 0.4;  // enough for a list of names
+constexpr double kMajorPart = 0.25;       // of the highest peak
+constexpr double kMaxListPart = 0.25;     // of the plot's height, above the traces
 
 // As the view joins them.
 std::string NameText(const TChannel& channel) {
@@ -85,8 +88,86 @@ bool HaveRoom(Plot& plot, const std::vector<TraceBands>& bands) {
          });
 }
 
-void DropDescriptions(Plot& plot) {
-  for (LONG i = 0; i < plot.host.channels.count; ++i) plot.host.channels.At(i)->description = "";
+// Where the labels of the highest peaks go, with their ticks.
+std::vector<RECT> MajorLabels(Plot& plot) {
+  std::vector<LabelBox> labels;
+  double highest = 0;
+  for (int k = 1; plot.LabelMode() != 0 && k <= plot.host.peaks.count; ++k) {
+    labels.push_back(BoxOf(plot, k));
+    highest = std::max(highest, labels.back().weight);
+  }
+  std::vector<RECT> boxes;
+  for (LabelBox& label : labels) {
+    if (label.weight < kMajorPart * highest) continue;
+    label.box.bottom += plot.render.charHeight;
+    boxes.push_back(label.box);
+  }
+  return boxes;
+}
+
+bool MajorLabelsHaveRoom(Plot& plot) {
+  const std::vector<RECT> labels = MajorLabels(plot);
+  const std::vector<RECT> names = NameBoxes(plot);
+  return std::none_of(labels.begin(), labels.end(), [&](const RECT& label) {
+    return std::any_of(names.begin(), names.end(),
+                       [&](const RECT& name) { return Overlap(label, name); });
+  });
+}
+
+// What is done so that names find room.
+enum class Room {
+  kNothing,
+  kBelowAuxiliary,  // auxiliary traces are lower
+  kAbove,           // traces are lower
+  kInFront,         // the time axis begins earlier
+  kBeforeZero,      // even before the file's zero
+};
+
+// How much earlier the view must begin so that the names fit in front of the traces.
+double NamesS(Plot& plot) {
+  LONG widest = 0;
+  for (const RECT& box : NameBoxes(plot)) widest = std::max(widest, box.right - plot.view.x0);
+  const LONG columns = plot.render.width - plot.render.rightReserve - plot.view.x0;
+  if (2 * widest > columns) return 0;
+  return (plot.view.t1 - plot.view.t0) * widest / (columns - widest);
+}
+
+// False where that is not possible. `startS`: where the view begins without it.
+bool MakeRoom(Plot& plot, Room room, double startS) {
+  const LONG line = plot.render.charHeight;
+  const LONG lines = static_cast<LONG>(plot.run.channels.size()) * line + line / 2;
+  plot.view.t0 = startS;
+  plot.auxHeadroom = room == Room::kBelowAuxiliary ? kAuxHighHeadroom : kAuxHeadroom;
+  plot.signalHeadroomPx = room == Room::kAbove ? lines : 0;
+  plot.render.scalewindow();
+  switch (room) {
+    case Room::kNothing:
+      return true;
+    case Room::kBelowAuxiliary:
+      return !plot.run.auxiliary.empty();
+    case Room::kAbove:
+      return kMaxListPart * plot.view.plotHeight > lines;
+    case Room::kInFront:
+    case Room::kBeforeZero:
+      break;
+  }
+  if (plot.options.fromS || !plot.run.auxiliary.empty()) return false;
+  plot.SetFlags(THoldWindow::kNameList, true);
+  plot.view.t0 = startS - NamesS(plot);
+  plot.render.scalewindow();
+  return plot.view.t0 < startS && (room == Room::kBeforeZero || plot.view.t0 + plot.OffsetS() >= 0);
+}
+
+// Tries the ways of writing names in the room that there is, beside the labels of the highest peaks
+// too where that is asked for.
+bool FindRoom(Plot& plot, bool besideLabels) {
+  Fit(plot);
+  const std::vector<TraceBands> bands = BandsOf(plot);
+  for (const bool list : {false, true}) {
+    plot.SetFlags(THoldWindow::kNameList, list);
+    if (HaveRoom(plot, bands) && (!besideLabels || MajorLabelsHaveRoom(plot))) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -100,27 +181,37 @@ std::vector<RECT> NameBoxes(Plot& plot) {
   return boxes;
 }
 
+bool NamesHaveRoom(Plot& plot) { return HaveRoom(plot, BandsOf(plot)); }
+
 void ChooseNames(Plot& plot) {
   plot.SetFlags(THoldWindow::kNameList, plot.options.names == Names::kList);
   if (plot.options.names != Names::kAuto) {
     Fit(plot);
     return;
   }
-  for (const bool whole : {true, false}) {
-    if (!whole) DropDescriptions(plot);
-    for (const double headroom : {kAuxHeadroom, kAuxHighHeadroom}) {
-      plot.auxHeadroom = headroom;
-      Fit(plot);
-      const std::vector<TraceBands> bands = BandsOf(plot);
-      for (const bool list : {false, true}) {
-        plot.SetFlags(THoldWindow::kNameList, list);
-        if (HaveRoom(plot, bands)) return;
+  const double startS = plot.view.t0;
+  std::vector<const char*> descriptions;
+  for (LONG i = 0; i < plot.host.channels.count; ++i) {
+    descriptions.push_back(plot.host.channels.At(i)->description);
+  }
+  const auto findRoom = [&](Room room, bool besideLabels) {
+    return MakeRoom(plot, room, startS) && FindRoom(plot, besideLabels);
+  };
+  for (const bool besideLabels : {true, false}) {
+    for (const bool whole : {true, false}) {
+      for (LONG i = 0; i < plot.host.channels.count; ++i) {
+        plot.host.channels.At(i)->description =
+            whole ? descriptions[static_cast<std::size_t>(i)] : "";
       }
-      if (plot.run.auxiliary.empty()) break;
+      for (const Room room :
+           {Room::kNothing, Room::kBelowAuxiliary, Room::kAbove, Room::kInFront}) {
+        if (findRoom(room, besideLabels)) return;
+      }
     }
   }
+  if (findRoom(Room::kBeforeZero, false)) return;
   plot.SetFlags(THoldWindow::kNameList, false);
-  plot.auxHeadroom = kAuxHeadroom;
+  MakeRoom(plot, Room::kNothing, startS);
   Fit(plot);
 }
 

@@ -10,8 +10,11 @@ namespace app {
 // Where the view writes the names, auxiliary ones last. Those that it leaves out are missing.
 std::vector<RECT> NameBoxes(Plot& plot);
 
-// Names beside the traces, or as a list; where neither has room, with the auxiliary traces lower or
-// without the names' descriptions. Fits the plot.
+// Whether no name is crossed, or missing.
+bool NamesHaveRoom(Plot& plot);
+
+// Names beside the traces, or as a list; where neither has room, with the traces lower, with a time
+// axis that begins earlier, or without the names' descriptions. Fits the plot.
 void ChooseNames(Plot& plot);
 
 }  // namespace app

@@ -85,8 +85,9 @@ double ScaleOfTraces(Plot& plot) {
   const std::size_t current = plot.Current();
   double scale = 0;
   for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
-    const double room =
-        std::max(plot.render.getoffset(static_cast<int>(c)) - plot.render.margin(), 1);
+    const double room = std::max(
+        plot.render.getoffset(static_cast<int>(c)) - plot.render.margin() - plot.signalHeadroomPx,
+        1);
     // A channel of another unit is drawn over the current channel's range.
     const double range =
         plot.SameUnit(c, current) ? RangeInView(plot, c) : WidthOfRange(plot.Channel(current));

@@ -16,8 +16,8 @@ bool SetTimes(Plot& plot, std::string& error);
 bool SetCurrent(Plot& plot, std::string& error);
 
 // Stacks the channels, and scales such that every channel fits on its zero line, the labels above
-// their peaks, and the auxiliary traces below plot.auxHeadroom. Needs times, current channel and
-// peaks.
+// their peaks, and the traces below plot.signalHeadroomPx and plot.auxHeadroom. Needs times,
+// current channel and peaks.
 void Fit(Plot& plot);
 
 }  // namespace app

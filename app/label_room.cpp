@@ -8,10 +8,6 @@
 namespace app {
 namespace {
 
-bool Overlap(const RECT& a, const RECT& b) {
-  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
-}
-
 bool Contains(const RECT& area, const RECT& box) {
   return box.left >= area.left && box.right <= area.right && box.top >= area.top &&
          box.bottom <= area.bottom;
@@ -27,6 +23,10 @@ void DropThinBands(std::vector<TraceBands>& traces, int thinPx) {
 }
 
 }  // namespace
+
+bool Overlap(const RECT& a, const RECT& b) {
+  return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
 
 bool IsCrossed(const RECT& box, const std::vector<TraceBands>& traces) {
   for (const TraceBands& bands : traces) {

@@ -21,6 +21,8 @@ struct Band {
 // The rows of a trace by column, from column 0 on.
 using TraceBands = std::vector<Band>;
 
+bool Overlap(const RECT& a, const RECT& b);
+
 // True where a band runs through the box.
 bool IsCrossed(const RECT& box, const std::vector<TraceBands>& traces);
 
@@ -33,6 +35,6 @@ bool IsCrossed(const RECT& box, const std::vector<TraceBands>& traces);
 std::vector<bool> LabelsWithRoom(const std::vector<LabelBox>& labels,
                                  std::vector<TraceBands> traces, const RECT& area, int thinPx,
                                  std::vector<RECT> taken, std::size_t maxCount);
-inline constexpr double kMinorPart = 0.02;
+inline constexpr double kMinorPart = 0.05;
 
 }  // namespace app

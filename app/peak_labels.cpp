@@ -127,7 +127,12 @@ void DropCrowdedLabels(Plot& plot) {
   EndIdentification(plot.host);
   plot.SetFlags(THoldWindow::kLabelMode, false);
   plot.SetFlags(3, true);
+  // Traces that need no room for labels may grow, but not into the names.
+  const double scale = plot.view.fullScale;
   Fit(plot);
+  if (NamesHaveRoom(plot)) return;
+  plot.view.fullScale = scale;
+  plot.render.scalewindow();
 }
 
 }  // namespace app

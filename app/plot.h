@@ -72,6 +72,7 @@ struct Plot {
   double fontPx;
   int marginPx;  // around the renderer's area
   double auxHeadroom = kAuxHeadroom;
+  int signalHeadroomPx = 0;  // kept free of the channels' traces
   OwnedContext context;
   HDC hdc;
   OwnedFont font;

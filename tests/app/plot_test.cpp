@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
+#include "app/channel_names.h"
 #include "app/demo_run.h"
 #include "app/fit.h"
 #include "app/host_run.h"
@@ -79,6 +81,38 @@ TEST(Fit, FirstAndLastSampleAreInThePicture) {
   EXPECT_LE(plot.Rows(0).Pixel(499), plot.view.plotBottom);
   EXPECT_LT(plot.view.x0 + 499 * 0.4000013 / plot.view.timePerPixel,
             plot.render.width - plot.render.rightReserve);
+}
+
+// Names that find no room get it: a line above the traces, or time in front of them.
+TEST(ChannelNames, AreNeverCrossed) {
+  const struct {
+    const char* name;
+    double startS;
+    std::size_t channels;
+  } cases[] = {{"OneFromZero", 0, 1}, {"ManyThatBeginLate", 600, 9}, {"ManyFromZero", 0, 9}};
+  for (const auto& c : cases) {
+    RunData run;
+    for (std::size_t channel = 0; channel < c.channels; ++channel) {
+      Trace& trace = run.channels.emplace_back();
+      trace.name = "wavelength " + std::to_string(channel);
+      trace.startS = c.startS;
+      trace.periodS = 1;
+      // From peak to peak, over the rows of a list too.
+      for (int i = 0; i < 600; ++i) trace.values.push_back(100 * std::pow(std::cos(i / 6.0), 2));
+    }
+    DisplayOptions options;
+    options.widthPx = 600;
+    options.heightPx = 300;
+    std::string error;
+    const embedded::RunRef host = HostRun(run, error);
+    ASSERT_NE(host, nullptr) << error;
+    gfx::Surface surface(600, 300);
+    Plot plot(run, options, *host, surface);
+    ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
+    ChooseNames(plot);
+    EXPECT_TRUE(NamesHaveRoom(plot)) << c.name;
+    EXPECT_LE(plot.view.t0, 0) << c.name;
+  }
 }
 
 // Of a noisy peak of more than 250 columns only the first part was filled.
