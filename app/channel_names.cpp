@@ -41,14 +41,15 @@ LONG ListTop(const Plot& plot, std::size_t index) {
   return (static_cast<LONG>(index) + 2) * plot.render.charHeight + plot.render.charHeight / 3;
 }
 
-// y of the first sample that is drawn.
+// y of the sample that the view writes the name at: the first one in sight, but the trace's second
+// at the earliest.
 double StartY(Plot& plot, std::size_t channel) {
   const Trace& trace = plot.run.channels[channel];
-  std::size_t first = 0;
-  while (first + 1 < trace.values.size() && trace.TimeAt(first) - plot.OffsetS() < plot.view.t0) {
-    ++first;
+  std::size_t sample = std::min<std::size_t>(1, trace.values.size() - 1);
+  while (sample + 1 < trace.values.size() && trace.TimeAt(sample) - plot.OffsetS() < plot.view.t0) {
+    ++sample;
   }
-  return plot.Rows(channel).Value(static_cast<int>(first));
+  return plot.Rows(channel).Value(static_cast<int>(sample));
 }
 
 void AddChannelBoxes(Plot& plot, std::vector<RECT>& boxes) {
@@ -162,7 +163,7 @@ bool MakeRoom(Plot& plot, Room room, double startS) {
 // too where that is asked for.
 bool FindRoom(Plot& plot, bool besideLabels) {
   Fit(plot);
-  const std::vector<TraceBands> bands = BandsOf(plot);
+  const std::vector<TraceBands> bands = BandsOf(plot, true);
   for (const bool list : {false, true}) {
     plot.SetFlags(THoldWindow::kNameList, list);
     if (HaveRoom(plot, bands) && (!besideLabels || MajorLabelsHaveRoom(plot))) return true;
@@ -181,7 +182,7 @@ std::vector<RECT> NameBoxes(Plot& plot) {
   return boxes;
 }
 
-bool NamesHaveRoom(Plot& plot) { return HaveRoom(plot, BandsOf(plot)); }
+bool NamesHaveRoom(Plot& plot) { return HaveRoom(plot, BandsOf(plot, true)); }
 
 void ChooseNames(Plot& plot) {
   plot.SetFlags(THoldWindow::kNameList, plot.options.names == Names::kList);

@@ -116,9 +116,9 @@ void DropCrowdedLabels(Plot& plot) {
   for (int k = 1; k <= count; ++k) boxes.push_back(BoxOf(plot, k));
   const RECT area{plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
                   plot.render.height};
-  const std::vector<bool> chosen =
-      LabelsWithRoom(boxes, BandsOf(plot), area, static_cast<int>(plot.render.charHeight / 5),
-                     NameBoxes(plot), kSpareComponents - 1);
+  const std::vector<bool> chosen = LabelsWithRoom(boxes, BandsOf(plot, false), area,
+                                                  static_cast<int>(plot.render.charHeight / 5),
+                                                  NameBoxes(plot), kSpareComponents - 1);
   const bool asTheyAre = plot.LabelMode() != 4 || !NoteUnknownAmounts(plot.run, plot.host);
   if (asTheyAre && std::find(chosen.begin(), chosen.end(), false) == chosen.end()) return;
 

@@ -67,12 +67,11 @@ void AddAreas(Plot& plot, std::size_t channel, TraceBands& bands) {
 
 }  // namespace
 
-std::vector<TraceBands> BandsOf(Plot& plot) {
+std::vector<TraceBands> BandsOf(Plot& plot, bool ownAreas) {
   std::vector<TraceBands> all;
   for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
     all.push_back(BandsOf(plot, plot.run.channels[c], plot.Rows(c)));
-    // The current channel's own areas lie below its labels.
-    if (c != plot.Current()) AddAreas(plot, c, all.back());
+    if (ownAreas || c != plot.Current()) AddAreas(plot, c, all.back());
   }
   for (std::size_t c = 0; c < plot.run.auxiliary.size(); ++c) {
     all.push_back(BandsOf(plot, plot.run.auxiliary[c], plot.AuxRows(c)));

@@ -8,8 +8,8 @@
 
 namespace app {
 
-// Of every trace that is drawn, with the areas of the other channels' filled peaks; auxiliary ones
-// last. In the scales in force.
-std::vector<TraceBands> BandsOf(Plot& plot);
+// Of every trace that is drawn, with the areas of filled peaks (those of the current channel where
+// `ownAreas` says so); auxiliary ones last. In the scales in force.
+std::vector<TraceBands> BandsOf(Plot& plot, bool ownAreas);
 
 }  // namespace app
