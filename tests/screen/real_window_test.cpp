@@ -157,7 +157,7 @@ TEST_F(RealWindow, PathIsEditedByMouse) {
   twin->Picture(at.hwnd);
   const gfx::Surface before = twin->Picture(editor);
 
-  StartEditor();
+  ASSERT_NO_FATAL_FAILURE(StartEditor());
   ASSERT_EQ(place.right - place.left, before.Width());
   ASSERT_EQ(place.bottom - place.top, before.Height());
   ASSERT_TRUE(LeaveWithMouse());
@@ -199,7 +199,7 @@ TEST_F(RealWindow, CancelledPathIsNotWritten) {
   ASSERT_NE(editor, nullptr);
   Positions at(*map.run);
   twin->Picture(at.hwnd);
-  StartEditor();
+  ASSERT_NO_FATAL_FAILURE(StartEditor());
   const POINT boundary{at.Time2X(180), at.ChanV2Y(350)};
   ASSERT_TRUE(Drag(boundary, {boundary.x + 60, boundary.y}));
   ASSERT_TRUE(Click(editor, IDCANCEL));
@@ -215,7 +215,7 @@ TEST_F(RealWindow, ColoursOfAMapAreChangedByMouse) {
                        map.run.get(), nullptr);
   const HWND shown = window->Create(0);
   const gfx::Surface before = twin->Picture(shown);
-  Start({"map"}, "spectral map");
+  ASSERT_NO_FATAL_FAILURE(Start({"map"}, "spectral map"));
   const RECT mapPlace = place;
   ASSERT_EQ(place.right - place.left, before.Width());
   ASSERT_TRUE(LeaveWithMouse());

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -16,7 +17,7 @@ namespace screen {
 namespace {
 
 // For slow and busy machines.
-constexpr std::chrono::seconds kPatience{120};
+constexpr std::chrono::seconds kPatience{60};
 constexpr std::chrono::milliseconds kPause{20};
 
 std::string Contents(const std::filesystem::path& path) {
@@ -39,6 +40,7 @@ void Process::Start(const std::vector<std::string>& command,
                     const std::vector<std::string>& environment, const std::filesystem::path& log) {
   pid_ = fork();
   if (pid_ != 0) return;
+  prctl(PR_SET_PDEATHSIG, SIGKILL);  // whatever ends the test
   for (const std::string& entry : environment) putenv(strdup(entry.c_str()));
   const int file = open(log.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
   dup2(file, STDOUT_FILENO);
@@ -70,9 +72,11 @@ bool XScreen::IsThere() {
 XScreen::XScreen(std::filesystem::path folder) : folder_(std::move(folder)) {
   const std::string extent = std::to_string(kWidth) + "x" + std::to_string(kHeight) + "x24";
   const std::filesystem::path number = folder_ / "display";
-  // The server takes a free number and tells it. Its framebuffer is a file.
+  // The server takes a free number and tells it. Its framebuffer is a file. Without -noreset it
+  // would begin anew, and refuse a program just then, each time xdotool leaves it without clients.
   const std::string command = "exec Xvfb -displayfd 3 -screen 0 " + extent + " -fbdir '" +
-                              folder_.string() + "' -nolisten tcp 3>'" + number.string() + "'";
+                              folder_.string() + "' -nolisten tcp -noreset 3>'" + number.string() +
+                              "'";
   server_.Start({"sh", "-c", command}, {}, folder_ / "server.log");
   if (Until([&] { return Contents(number).ends_with('\n'); })) {
     display_ = ":" + Contents(number);

@@ -14,6 +14,8 @@
 namespace ui {
 namespace {
 
+constexpr std::int64_t kLookMs = 8;  // longest delay before input is seen
+
 // Window units (which positions of the mouse count in) and pixels differ on some desktops.
 struct Ratio {
   explicit Ratio(SDL_Window* window) {
@@ -104,11 +106,20 @@ void Show(SDL_Window* window, const gfx::Surface& picture, const RECT& dirty) {
   SDL_FreeSurface(source);
 }
 
-// SDL wakes itself through a second connection to an X server, which may see such a message only
-// when the window it is for has gone, and then ends the program. Hiding waits for the server.
-void End(SDL_Window* window) {
-  SDL_HideWindow(window);
-  SDL_DestroyWindow(window);
+bool IsX11() { return std::string_view(SDL_GetCurrentVideoDriver()) == "x11"; }
+
+// False where no event came in time. While SDL waits on X it sends itself messages through a second
+// connection; one that meets a window which has just closed ends the program. Looking for events
+// again and again does without them.
+bool WaitForEvent(SDL_Event& event, std::int64_t ms) {
+  if (!IsX11()) return SDL_WaitEventTimeout(&event, static_cast<int>(ms)) != 0;
+  const auto end = static_cast<std::int64_t>(SDL_GetTicks64()) + ms;
+  while (SDL_PollEvent(&event) == 0) {
+    const std::int64_t left = end - static_cast<std::int64_t>(SDL_GetTicks64());
+    if (left <= 0) return false;
+    SDL_Delay(static_cast<Uint32>(std::min(left, kLookMs)));
+  }
+  return true;
 }
 
 }  // namespace
@@ -134,9 +145,7 @@ std::unique_ptr<Desktop> Desktop::Open(std::string& error, int scalePercent) {
   }
   // Otherwise the first picture of a window puts another one in its place, which has seen none of
   // the mouse until then.
-  if (std::string_view(SDL_GetCurrentVideoDriver()) == "x11") {
-    SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
-  }
+  if (IsX11()) SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   SDL_EnableScreenSaver();
   SDL_StartTextInput();
   SetScale(scalePercent > 0 ? scalePercent : ScaleOfDisplay());
@@ -147,7 +156,7 @@ Desktop::Desktop() : before_(SetFront(this)) {}
 
 Desktop::~Desktop() {
   SetFront(before_);
-  for (const auto& [window, shown] : windows_) End(shown);
+  for (const auto& [window, shown] : windows_) SDL_DestroyWindow(shown);
   for (const auto& [cursor, made] : cursors_) SDL_FreeCursor(made);
   SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
@@ -167,7 +176,7 @@ bool Desktop::Wait(std::int64_t dueMs) {
   constexpr std::int64_t kLongestWaitMs = 60'000;
   const std::int64_t wait = std::clamp<std::int64_t>(dueMs - Now(), 0, kLongestWaitMs);
   SDL_Event event;
-  if (SDL_WaitEventTimeout(&event, static_cast<int>(wait)) == 0) return true;
+  if (!WaitForEvent(event, wait)) return true;
   do {
     Handle(event);
   } while (SDL_PollEvent(&event) != 0);
@@ -214,7 +223,7 @@ void Desktop::Gone(HWND window) {
   SDL_Window* shown = Find(window);
   if (shown == nullptr) return;
   windows_.erase(window);
-  End(shown);
+  SDL_DestroyWindow(shown);
 }
 
 void Desktop::Placed(HWND window) {
