@@ -13,6 +13,9 @@
 #include "app/formats/read_run.h"
 #include "app/formats/text.h"
 #include "app/formats/wavelength.h"
+#include "app/map_colours.h"
+#include "app/map_picture.h"
+#include "app/map_run.h"
 #include "app/picture.h"
 #include "embedded/diagnostics.h"
 #include "platform/gfx/context.h"
@@ -130,6 +133,39 @@ TEST(RealData, MatricesHaveTheirWavelengths) {
     }
   }
   EXPECT_EQ(known, std::size(matrices));
+}
+
+TEST(RealData, MatricesMakeMaps) {
+  const char* folder = std::getenv("ELUGRAPH_DATA");
+  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
+  const ColorScale before = TheColorScale();
+  std::size_t maps = 0;
+  std::string error;
+  ASSERT_TRUE(SetMapColours({"#0000ff,#ff0000", "linear"}, error)) << error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder + std::string("/dad"))) {
+    SCOPED_TRACE(entry.path().string());
+    RunData run;
+    ASSERT_TRUE(ReadRun(entry.path().string(), {}, run, error)) << error;
+    if (run.channels.size() < kMinMapWaves) continue;
+    MapRun map;
+    gfx::Surface picture;
+    ASSERT_TRUE(MakeMapRun(run, {}, map, error)) << error;
+    EXPECT_EQ(map.wavesNm.size(), run.channels.size());
+    ASSERT_TRUE(DrawMap(*map.run, 600, 300, picture, error)) << error;
+    // The lowest value has the first colour, the highest one nearly the last.
+    bool lowest = false, highest = false;
+    for (int y = 0; y < picture.Height(); ++y) {
+      for (int x = 0; x < picture.Width(); ++x) {
+        lowest = lowest || picture.Pixel(x, y) == RGB(0, 0, 255);
+        highest = highest || picture.Pixel(x, y) == RGB(254, 0, 0);
+      }
+    }
+    EXPECT_TRUE(lowest);
+    EXPECT_TRUE(highest);
+    ++maps;
+  }
+  EXPECT_EQ(maps, 5u);
+  TheColorScale() = before;
 }
 
 // Colours of the picture's traces; axes and ground are not counted.

@@ -89,7 +89,9 @@ class RealWindow : public testing::Test {
     command.insert(command.begin(), ELUGRAPH_PROGRAM);
     program = std::make_unique<Process>();
     program->Start(command,
-                   {"DISPLAY=" + x->Display(), "SDL_VIDEODRIVER=x11", "ELUGRAPH_SCALE=100"},
+                   {"DISPLAY=" + x->Display(), "SDL_VIDEODRIVER=x11", "ELUGRAPH_SCALE=100",
+                    "LSAN_OPTIONS=print_suppressions=0:suppressions=" ELUGRAPH_SOURCE_DIR
+                    "/tests/screen/leaks.supp"},
                    folder / "program.log");
     ASSERT_TRUE(x->FindWindow(title, place)) << Contents(folder / "program.log");
   }
