@@ -180,9 +180,13 @@ std::vector<double> Spread(const Matrix& matrix, const StatedAxis& axis, std::si
   const double span = axis.to - axis.from;
   if (axis.step) {
     const double steps = std::abs(span / *axis.step);
+    if (std::abs(steps - std::round(steps)) > 0.01) {
+      matrix.Fail("steps of " + NumberText(std::abs(*axis.step)) + " do not lead from " +
+                  NumberText(axis.from) + " to " + NumberText(axis.to));
+    }
     if (std::abs(steps + 1 - static_cast<double>(count)) > 0.01) {
       matrix.Fail("holds " + std::to_string(count) + " " + what + ", not the " +
-                  NumberText(std::floor(steps + 1.01)) + " from " + NumberText(axis.from) + " to " +
+                  NumberText(std::round(steps) + 1) + " from " + NumberText(axis.from) + " to " +
                   NumberText(axis.to) + " by " + NumberText(std::abs(*axis.step)));
     }
   }
