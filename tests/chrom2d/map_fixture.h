@@ -1,8 +1,8 @@
-// Map windows on generated runs.
+// Map windows on generated runs, and the colour scale.
 #pragma once
 
+#include <cfenv>
 #include <cmath>
-#include <cstdio>
 #include <functional>
 #include <string>
 
@@ -15,18 +15,11 @@
 // Counts above the reference level.
 using Signal = std::function<double(double wavelength, double timeSec)>;
 
-// Some peaks of different spectra on a baseline of 100 counts.
-inline double GaussianPeaks(double wavelength, double timeSec) {
-  constexpr struct {
-    double height, timeSec, widthSec, wavelength, bandwidth;
-  } kPeaks[] = {{90'000, 40, 4, 230, 18}, {60'000, 75, 6, 262, 25}, {120'000, 130, 5, 210, 12}};
-  double sum = 100;
-  for (const auto& peak : kPeaks) {
-    const double t = (timeSec - peak.timeSec) / peak.widthSec;
-    const double w = (wavelength - peak.wavelength) / peak.bandwidth;
-    sum += peak.height * std::exp(-(t * t + w * w) / 2);
-  }
-  return sum;
+// A peak on a baseline of 100 counts.
+inline double GaussianPeak(double wavelength, double timeSec) {
+  const double t = (timeSec - 40) / 10;
+  const double w = (wavelength - 230) / 30;
+  return 100 + 1e5 * std::exp(-(t * t + w * w) / 2);
 }
 
 // A run of spectral channels `lowest`, `lowest` + `step`, … nm.
@@ -37,17 +30,15 @@ struct Spectra {
   int samples = 400;
   double periodSec = 0.5;
   double startSec = 0;
-  Signal signal = GaussianPeaks;
+  Signal signal = GaussianPeak;
 };
 
 inline embedded::RunRef MakeSpectralRun(const Spectra& spectra) {
   embedded::RunData data;
   for (int c = 0; c < spectra.channels; ++c) {
-    const double wavelength = spectra.lowest + c * spectra.step;
+    const int wavelength = static_cast<int>(spectra.lowest + c * spectra.step);
     embedded::ChannelData& channel = data.channels.emplace_back();
-    char name[32];
-    std::snprintf(name, sizeof name, "%g", wavelength);
-    channel.name = name;
+    channel.name = std::to_string(wavelength);
     channel.periodSec = spectra.periodSec;
     channel.startSec = spectra.startSec;
     for (int i = 0; i < spectra.samples; ++i) {
@@ -61,14 +52,40 @@ inline embedded::RunRef MakeSpectralRun(const Spectra& spectra) {
   return run;
 }
 
+using Colors = std::vector<COLORREF>;
+
+inline void SetScale(const Colors& colors, ScaleFormula formula = ScaleFormula::LINE) {
+  BuildColorTable();
+  for (const COLORREF color : colors) {
+    TheColorScale().colorTable[TheColorScale().colorCount++] = MapColorOf(color);
+  }
+  TheColorScale().formula = formula;
+  ResetScaleCoefficients();
+}
+
+inline Colors ScaleColors() {
+  Colors colors;
+  for (int i = 0; i < TheColorScale().colorCount; ++i) {
+    colors.push_back(ColorRefOf(TheColorScale().colorTable[i]));
+  }
+  return colors;
+}
+
+// As a map's picture computes it.
+inline COLORREF ColorOf(LONG lowest, double s, LONG value) {
+  const int rounding = std::fegetround();
+  std::fesetround(FE_TOWARDZERO);
+  const MapColor color = ColorOfValue({lowest, s}, value);
+  std::fesetround(rounding);
+  return ColorRefOf(color);
+}
+
 // A map window that shows its inside and counts.
 class MapWindow : public TChrom2DBase {
  public:
-  explicit MapWindow(chromatogram* run, HWND parent = nullptr, unsigned form = embedded::kMapDialog)
-      : TChrom2DBase(parent, ResIdCheck(form, nullptr, RT_DIALOG), run, nullptr) {}
+  explicit MapWindow(chromatogram* run)
+      : TChrom2DBase(nullptr, ResIdCheck(embedded::kMapDialog, nullptr, RT_DIALOG), run, nullptr) {}
 
-  using TChrom2DBase::axis_col;
-  using TChrom2DBase::bk_col;
   using TChrom2DBase::heightMap;
   using TChrom2DBase::mapRect;
   using TChrom2DBase::picture;
@@ -88,13 +105,8 @@ class MapWindow : public TChrom2DBase {
     if (!had && picture != nullptr) ++builds;
   }
 
-  void axis(HDC hdc, const RECT& rect) override {
-    if (axes) TChrom2DBase::axis(hdc, rect);
-  }
-
-  bool axes = true;  // their ticks reach into the map
-  int images = 0;    // paints of the whole window
-  int builds = 0;    // pictures made
+  int images = 0;  // paints of the whole window
+  int builds = 0;  // pictures made
 };
 
 // Checks that a test leaves no reference to its run, no drawing object and no window behind, and
@@ -106,7 +118,6 @@ class Maps : public probe::Fixture {
   }
   void TearDown() override {
     for (HWND top : ui::TopLevelWindows()) DestroyWindow(top);
-    window = nullptr;
     const void* record = static_cast<chromatogram*>(run.get());
     run.reset();
     if (record != nullptr) {
@@ -116,26 +127,17 @@ class Maps : public probe::Fixture {
     TheColorScale() = scaleBefore_;
   }
 
-  static void SetScale(const std::vector<COLORREF>& colors,
-                       ScaleFormula formula = ScaleFormula::LINE) {
-    BuildColorTable();
-    for (const COLORREF color : colors) {
-      TheColorScale().colorTable[TheColorScale().colorCount++] = MapColorOf(color);
-    }
-    TheColorScale().formula = formula;
-    ResetScaleCoefficients();
-  }
-
-  // Makes the run and a shown window on it, which ends with the test, or when it is closed.
-  MapWindow& Open(const Spectra& spectra = {}, unsigned form = embedded::kMapDialog) {
-    run = MakeSpectralRun(spectra);
-    return OpenOn(run.get(), form);
-  }
-  MapWindow& OpenOn(chromatogram* record, unsigned form = embedded::kMapDialog) {
-    auto* made = new MapWindow(record, nullptr, form);
+  // Shows the window, which ends with the test, or when it is closed.
+  void Show(TChrom2DBase* made, bool modal) {
     window = made->Create(-1);
-    PostExecute(window, nullptr, nullptr, false);
+    PostExecute(window, nullptr, nullptr, modal);
     desk.RunUntilIdle();
+  }
+  MapWindow& Open() {
+    run = MakeSpectralRun({});
+    auto* made = new MapWindow(run.get());
+    Show(made, false);
+    desk.RunFor(1000);
     return *made;
   }
 

@@ -3,11 +3,11 @@
 
 #include <cstdio>
 #include <sstream>
-#include <string>
 
 #include "elugraph/chrom2d/editor_resources.h"
 #include "elugraph/chrom2d/integration_path_dlg.h"
 #include "tests/chrom2d/map_fixture.h"
+#include "tests/support/journal_text.h"
 
 // Paths as text: "3-7 until 60, 5-9".
 inline std::string TextOf(const SIPath& path) {
@@ -39,8 +39,7 @@ inline void SetPath(SIPath& path, const std::string& text) {
 
 class EditorWindow : public TIntegrationPathDlg {
  public:
-  EditorWindow(HWND parent, chromatogram* record, SIPath& original)
-      : TIntegrationPathDlg(parent, record, original) {}
+  using TIntegrationPathDlg::TIntegrationPathDlg;
 
   bool ApplyData() override { return agrees; }
 
@@ -55,25 +54,17 @@ class EditorWindow : public TIntegrationPathDlg {
 // high.
 class PathEditors : public Maps {
  public:
-  PathEditors() {
-    LoadEditorCursors();
-    CheckEditorTemplate();
-    ReadDragThresholds();
-    spectra.samples = 101;
-  }
+  PathEditors() { spectra.samples = 101; }
 
   // A shown editor on `text`.
-  EditorWindow& OpenPath(const std::string& text) {
+  void OpenPath(const std::string& text) {
     run = MakeSpectralRun(spectra);
-    return OpenOnRun(text);
+    OpenOnRun(text);
   }
-  EditorWindow& OpenOnRun(const std::string& text) {
+  void OpenOnRun(const std::string& text) {
     SetPath(path, text);
     editor = new EditorWindow(nullptr, run.get(), path);
-    window = editor->Create(-1);
-    PostExecute(window, nullptr, nullptr, true);
-    desk.RunUntilIdle();
-    return *editor;
+    Show(editor, true);
   }
 
   // The path as it would be accepted now.
@@ -84,45 +75,25 @@ class PathEditors : public Maps {
     return text;
   }
 
-  // What axes, status label and path are drawn with, line by line.
-  std::vector<std::string> Journal() {
+  // What status label and path are drawn with.
+  std::vector<std::string> Drawn() {
     std::string journal;
     const HDC hdc = gfx::CreateJournalContext(journal);
     RECT client{0, 0, 0, 0};
     GetClientRect(window, &client);
     editor->axis(hdc, client);
     DeleteDC(hdc);
-    std::istringstream stream(journal);
-    std::vector<std::string> lines;
-    for (std::string line; std::getline(stream, line);) lines.push_back(line);
-    return lines;
+    // Behind the line over the strip.
+    const std::size_t strip = journal.find("\nline 0,");
+    return LinesOf(journal.substr(journal.find('\n', strip + 1)));
   }
-
-  // The marked handle as a line upright or level, and the status label: "| 1.00 min", "- 250".
+  // The status label; empty where no handle is selected.
   std::string Selected() {
-    std::string text;
-    int markX = -1;
-    for (const std::string& line : Journal()) {
-      RECT r{};
-      char label[100] = "";
-      if (std::sscanf(line.c_str(), "ellipse %d,%d %d,%d", &r.left, &r.top, &r.right, &r.bottom) ==
-          4) {
-        if (markX >= 0) text.insert(0, markX == r.left ? "|" : "-");
-        markX = r.left;
-      } else if (std::sscanf(line.c_str(), "text %d,%d \"%99[^\"]\" ", &r.left, &r.top, label) ==
-                     3 &&
-                 r.left == editor->mapRect.left && r.top == StripTop()) {
-        text += std::string(" ") + label;
-      }
+    for (const std::string& line : Drawn()) {
+      const std::size_t label = line.find('"') + 1;
+      if (label != 0) return line.substr(label, line.find('"', label) - label);
     }
-    return text;
-  }
-  LONG StripTop() const {
-    POINT top{0, 0};
-    RECT ok{0, 0, 0, 0};
-    GetWindowRect(GetDlgItem(window, IDOK), &ok);
-    ClientToScreen(window, &top);
-    return ok.top - top.y;
+    return "";
   }
 
   // Where the mouse is to go: the row of a channel, the column of a time.
@@ -133,7 +104,6 @@ class PathEditors : public Maps {
   void RightClick(POINT at) { desk.Click(window, at.x, at.y, ui::MouseButton::kRight); }
 
   using Maps::desk;
-  using Maps::run;
   using Maps::window;
 
   Spectra spectra;

@@ -53,17 +53,11 @@ bool Bitmap::Create(int width, int height, int bytesPerPixel, int) {
   other_host::Called("Bitmap " + std::to_string(width) + " " + std::to_string(height));
   if (!other_host::Answer().bitmaps) return false;
   info = new BITMAPINFO{};
-  info->bmiHeader = {sizeof(BITMAPINFOHEADER),
-                     width,
-                     height,
-                     1,
-                     static_cast<WORD>(8 * bytesPerPixel),
-                     BI_RGB,
-                     0,
-                     0,
-                     0,
-                     0,
-                     0};
+  info->bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
+  info->bmiHeader.biPlanes = 1;
+  info->bmiHeader.biWidth = width;
+  info->bmiHeader.biHeight = height;
+  info->bmiHeader.biBitCount = static_cast<WORD>(8 * bytesPerPixel);
   const int stride = (width * bytesPerPixel + 3) / 4 * 4;
   bits = new BYTE[static_cast<std::size_t>(stride) * static_cast<std::size_t>(height)]();
   return true;
@@ -77,7 +71,6 @@ void Bitmap::Erase() {
 RandomAccess::RandomAccess() = default;
 RandomAccess::~RandomAccess() { Destroy(); }
 bool RandomAccess::Set(Bitmap* bitmap, RECT part) {
-  if (!other_host::Answer().rows) return false;
   const int stride = (bitmap->Width() * bitmap->info->bmiHeader.biBitCount / 8 + 3) / 4 * 4;
   rowCount = part.bottom;
   rows = new BYTE*[static_cast<std::size_t>(rowCount)];

@@ -1,10 +1,9 @@
 #include "tests/otherhost/other_host.h"
 
-#include <cmath>
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <stdexcept>
 
 #include "elugraph/host/controls.h"
@@ -22,11 +21,6 @@ Answers& Answer() {
   return *answers;
 }
 
-std::map<std::string, std::string>& Settings() {
-  static auto* const settings = new std::map<std::string, std::string>;
-  return *settings;
-}
-
 void Called(const std::string& what) {
   Calls().push_back(what);
   if (Answer().onCall) Answer().onCall(what);
@@ -42,16 +36,10 @@ char* Duplicate(const char* text) {
   return std::strcpy(copy, text);
 }
 
-void Discard(char* text) {
-  if (text != empty) delete[] text;
-}
-
-LONG Extreme(const LONG* samples, LONG first, LONG last, int sign) {
-  LONG best = first;
-  for (LONG i = first + 1; i <= last; ++i) {
-    if (sign * std::int64_t{samples[i]} > sign * std::int64_t{samples[best]}) best = i;
-  }
-  return best;
+// This host's buffers do not grow: longer text is cut.
+void Print(PrintBufferBase& buffer, const char* format, va_list arguments) {
+  std::vsnprintf(buffer.text, static_cast<std::size_t>(buffer.capacity), format, arguments);
+  buffer.length = static_cast<int>(std::strlen(buffer.text));
 }
 
 }  // namespace
@@ -60,17 +48,17 @@ LONG Extreme(const LONG* samples, LONG first, LONG last, int sign) {
 using other_host::Called;
 
 // ---- kernel
-// ---------------------------------------------------------------------------------------
 
 char* str::GetStrNull() { return other_host::empty; }
 str::str() : text(other_host::empty) {}
 str::str(const char* characters) : text(other_host::Duplicate(characters)) {}
 str::str(const str& other) : text(other_host::Duplicate(other.text)) {}
-str::~str() { other_host::Discard(text); }
+str::~str() {
+  if (text != other_host::empty) delete[] text;
+}
 str& str::operator=(const str& other) {
-  char* copy = other_host::Duplicate(other.text);
-  other_host::Discard(text);
-  text = copy;
+  str copy(other);
+  std::swap(text, copy.text);
   return *this;
 }
 bool str::Append(const char* characters) {
@@ -78,38 +66,30 @@ bool str::Append(const char* characters) {
   return true;
 }
 
-// This host's buffers do not grow: longer text is cut.
 PrintBufferBase::PrintBufferBase(int roomCapacity, const char* format, ...)
     : text(reinterpret_cast<char*>(this + 1)), capacity(roomCapacity), length(0) {
   va_list arguments;
   va_start(arguments, format);
-  std::vsnprintf(text, static_cast<std::size_t>(capacity), format, arguments);
+  other_host::Print(*this, format, arguments);
   va_end(arguments);
-  length = static_cast<int>(std::strlen(text));
 }
 PrintBufferBase::~PrintBufferBase() = default;
 int sprintf(PrintBufferBase& buffer, const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
-  std::vsnprintf(buffer.text, static_cast<std::size_t>(buffer.capacity), format, arguments);
+  other_host::Print(buffer, format, arguments);
   va_end(arguments);
-  return buffer.length = static_cast<int>(std::strlen(buffer.text));
+  return buffer.length;
 }
 
+// This host has no settings.
 str& GetIniFileEntry(str& value, const char* section, const char* key, const char* fallback,
                      const char*) {
   Called(std::string("read ") + section + "/" + key);
-  const auto found = other_host::Settings().find(std::string(section) + "/" + key);
-  return value = found != other_host::Settings().end() ? str(found->second.c_str()) : str(fallback);
+  return value = str(fallback);
 }
 bool vsetinifile(const char* section, const char* key, const char* value, const char*) {
-  const std::string entry = std::string(section) + "/" + key;
-  Called("write " + entry + (value != nullptr ? std::string("=") + value : ""));
-  if (value != nullptr) {
-    other_host::Settings()[entry] = value;
-  } else {
-    other_host::Settings().erase(entry);
-  }
+  Called(std::string("write ") + section + "/" + key + "=" + (value != nullptr ? value : ""));
   return true;
 }
 const char* muiGetString(unsigned number) {
@@ -127,15 +107,14 @@ void exceptout(const char* format, ...) {
 void int3call() { Called("int3call"); }
 
 // ---- engine
-// ---------------------------------------------------------------------------------------
 
 const char* CompTypeTxt(int) { return "quantity"; }
 bool developer_access() { return other_host::Answer().developer; }
 LONG minimum(const LONG* samples, LONG first, LONG last) {
-  return other_host::Extreme(samples, first, last, -1);
+  return static_cast<LONG>(std::min_element(samples + first, samples + last + 1) - samples);
 }
 LONG maximum(const LONG* samples, LONG first, LONG last) {
-  return other_host::Extreme(samples, first, last, 1);
+  return static_cast<LONG>(std::max_element(samples + first, samples + last + 1) - samples);
 }
 
 TMatrix::TMatrix(int rows, int columns, TVectorT::VTYPE type)
@@ -180,7 +159,6 @@ SIZE GetTextExtent(HWND, const char* text, HDC hdc, int length) {
 }
 
 // ---- records
-// --------------------------------------------------------------------------------------
 
 float TChannel::GetCyctimeRT() { return samplePeriod; }
 void TChannel::UpdateCyctimeRT() { Called("UpdateCyctimeRT"); }

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -23,12 +22,9 @@ struct Answers {
   int splitIndex = 1000;
   double unitsPerSecond = 1.0;
   bool unitsFail = false;
-  bool bitmaps = true;  // false: no memory for them, or for the list of their rows
-  bool rows = true;
-  std::function<void(const std::string&)> onCall;  // sees each call; may throw or fault
+  bool bitmaps = true;                                  // false: no memory for them
+  std::function<void(const std::string&)> onCall = {};  // sees each call; may throw or fault
 };
 Answers& Answer();
-// Settings in memory: "section/key" to value.
-std::map<std::string, std::string>& Settings();
 
 }  // namespace other_host

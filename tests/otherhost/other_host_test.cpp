@@ -11,11 +11,6 @@
 #include <stdexcept>
 
 #include "elugraph/chrom2d/chrom2d_base.h"
-#include "elugraph/trace/each_point.h"
-#include "elugraph/trace/get_time.h"
-#include "elugraph/trace/poly_line_pool.h"
-#include "elugraph/trace/thickness_pool.h"
-#include "elugraph/trace/yval.h"
 #include "platform/gfx/context.h"
 
 namespace {
@@ -58,56 +53,6 @@ TEST(OtherHost, AFailureOfTheUnloadEndsThere) {
       testing::Eq("write CHROM_2D_COLORS/FORMULA=LINE;exceptout SaveColorSettings catched;"));
 }
 
-// Ten columns of 1 s over a saw of two samples per second.
-struct Trace {
-  Trace() {
-    for (LONG i = 0; i < 20; ++i) samples.push_back(i % 4 * 10);
-    channel.samples = samples.data();
-    channel.sampleCount = static_cast<LONG>(samples.size());
-    channel.samplePeriod = 0.5F;
-    channel.unitsPerCount = 1.0F;
-  }
-  std::vector<LONG> samples;
-  TChannel channel{};
-};
-
-TEST(OtherHost, DrawsATraceThroughTheSharedLibrary) {
-  Trace trace;
-  std::string journal;
-  const HDC hdc = gfx::CreateJournalContext(journal);
-  {
-    PolyLinePool pool(1000, nullptr, hdc);
-    YVAL yval(&trace.channel, 100, 1.0, false, 0.0, 0.0);
-    GetTime time(&trace.channel, 0.0, 10.0, 10, 0.5, 1.0);
-    EachPoint each(pool, yval, time, 0, 5, 100, nullptr, nullptr);
-    each.Draw(0, 1, trace.samples.data(), 20, true, 0, nullptr);
-  }
-  DeleteDC(hdc);
-  std::string points;
-  for (int x = 5; x < 15; ++x) {
-    const int low = x % 2 == 1 ? 100 : 80;
-    for (const int y : {low, low - 10}) points += " " + std::to_string(x) + "," + std::to_string(y);
-  }
-  EXPECT_NE(journal.find(points), std::string::npos) << journal;
-}
-
-// The host's own services answer the library's calls.
-TEST(OtherHost, ImpossibleStatesReachThisHost) {
-  other_host::Calls().clear();
-  GetTime time(nullptr, 0.0, 10.0, 10, 0.5, 1.0);
-  FixedPoint64 step, phase;
-  step.value = 0;
-  time.tfrom2Idx(1000, step, phase);
-  EXPECT_EQ(other_host::Calls(), std::vector<std::string>{"int3call"});
-}
-
-TEST(OtherHost, SharesTheLibrarysTables) {
-  GetDefaultLineThickness()[3] = 40;
-  EXPECT_EQ(GetDefaultLineThickness()[3], 40);
-  EXPECT_EQ(GetDefaultLineThicknessAux()[3], 0);
-  GetDefaultLineThickness()[3] = 0;
-}
-
 // A run of three wavelengths, made by hand.
 struct SpectralRun : chromatogram {
   SpectralRun() : chromatogram{} {
@@ -130,57 +75,33 @@ struct SpectralRun : chromatogram {
   THoldWindow display{};
 };
 
-struct FailureCase {
-  const char* name;
-  std::function<void()> arrange;
-  bool picture, axes;
-};
-
-class MapsOfAnotherHost : public testing::TestWithParam<FailureCase> {
- protected:
-  void TearDown() override { other_host::Answer() = {}; }
-};
-
 // What the host cannot give costs the picture or the axes, not more.
-TEST_P(MapsOfAnotherHost, ShowWhatTheyCan) {
-  const std::size_t objects = gfx::LiveObjects();
-  std::string journal;
-  const HDC hdc = gfx::CreateJournalContext(journal);
-  SpectralRun run;
-  other_host::Calls().clear();
-  {
-    TChrom2DBase map(nullptr, ResIdCheck(1U, nullptr, RT_DIALOG), &run, nullptr);
-    GetParam().arrange();
-    EXPECT_NO_THROW(map.draw(hdc, {0, 0, 300, 200}));
-    other_host::Answer() = {};
-    other_host::Calls().push_back("drawn");
+TEST(OtherHost, MapsShowWhatTheyCan) {
+  struct {
+    other_host::Answers answers;
+    bool picture, axes;
+  } const cases[] = {
+      {{}, true, true}, {{.bitmaps = false}, false, true}, {{.unitsFail = true}, true, false}};
+  for (const auto& c : cases) {
+    const std::size_t objects = gfx::LiveObjects();
+    std::string journal;
+    const HDC hdc = gfx::CreateJournalContext(journal);
+    SpectralRun run;
+    other_host::Calls().clear();
+    {
+      TChrom2DBase map(nullptr, ResIdCheck(1U, nullptr, RT_DIALOG), &run, nullptr);
+      other_host::Answer() = c.answers;
+      EXPECT_NO_THROW(map.draw(hdc, {0, 0, 300, 200}));
+      other_host::Answer() = {};
+    }
+    for (const char* once : {"AddRef", "Release"}) {
+      EXPECT_EQ(std::ranges::count(other_host::Calls(), once), 1) << once;
+    }
+    EXPECT_EQ(journal.find("dib") != std::string::npos, c.picture) << journal;
+    EXPECT_EQ(journal.find("\"210\"") != std::string::npos, c.axes) << journal;
+    DeleteDC(hdc);
+    EXPECT_EQ(gfx::LiveObjects(), objects);
   }
-  const auto calls = [](const std::string& what) {
-    const std::vector<std::string>& all = other_host::Calls();
-    return std::count(all.begin(), all.end(), what);
-  };
-  EXPECT_EQ(calls("AddRef"), 1);
-  EXPECT_EQ(calls("Release"), 1);
-  EXPECT_EQ(journal.find("dib") != std::string::npos, GetParam().picture) << journal;
-  EXPECT_EQ(journal.find("\"210\"") != std::string::npos, GetParam().axes) << journal;
-  DeleteDC(hdc);
-  EXPECT_EQ(gfx::LiveObjects(), objects);
 }
-
-void FailAt(const std::string& start) {
-  other_host::Answer().onCall = [start](const std::string& what) {
-    if (what.starts_with(start)) throw std::runtime_error(what);
-  };
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    All, MapsOfAnotherHost,
-    testing::Values(
-        FailureCase{"Nothing", [] {}, true, true},
-        FailureCase{"NoBitmap", [] { other_host::Answer().bitmaps = false; }, false, true},
-        FailureCase{"NoRows", [] { other_host::Answer().rows = false; }, false, true},
-        FailureCase{"BitmapThrows", [] { FailAt("Bitmap"); }, false, true},
-        FailureCase{"UnitsThrow", [] { other_host::Answer().unitsFail = true; }, true, false}),
-    [](const auto& each) { return each.param.name; });
 
 }  // namespace
