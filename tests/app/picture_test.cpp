@@ -3,15 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "app/demo_run.h"
 #include "app/host_run.h"
 #include "app/label_room.h"
 #include "app/render_options.h"
 #include "app/sample_grid.h"
 #include "app/selection.h"
-#include "tests/support/case_name.h"
 
 namespace app {
 namespace {
@@ -19,11 +16,9 @@ namespace {
 TEST(Shorten, LongNamesAreCutAtAMark) {
   const char* const cases[][3] = {
       {"220 nm", "220 nm", ""},
-      {"12345678", "12345678", ""},
       {"DAD1 A, Sig=254", "DAD1 A", "Sig=254"},
       {"Conductivity", "3", "Conductivity"},
       {"_underscored", "3", "_underscored"},
-      {"abcdefgh i", "abcdefgh", "i"},
   };
   for (const auto& [name, shortName, rest] : cases) {
     EXPECT_EQ(Shorten(name, 3).name, shortName);
@@ -46,8 +41,7 @@ TEST(Selection, NumbersRangesAndBeginningsOfNames) {
       {{"1"}, {0}},         {{"2-3", "1"}, {0, 1, 2}},
       {{"uv"}, {0, 1}},     {{"77"}, {4}},
       {{"cond", "4"}, {3}}, {{"0"}, {}},
-      {{"3-2"}, {}},        {{"6"}, {}},
-      {{"fl"}, {}},         {{"1-9"}, {}},
+      {{"3-2"}, {}},        {{"1-9"}, {}},
       {{""}, {}},           {{"1", "x"}, {}},
   };
   for (const auto& c : cases) {
@@ -87,16 +81,12 @@ TEST(LabelRoom, LargerLabelsFirstAndLinesOnlyInTheSecondRound) {
       {"FirstOfEquals", {{{0, 0, 10, 10}, 1}, {{9, 9, 20, 20}, 1}}, {none}, {true, false}},
       {"OutsideTheArea", {{{-1, 0, 10, 10}, 1}, {{95, 95, 101, 99}, 1}}, {none}, {false, false}},
       {"Line", {{inTheWay, 1}}, {line}, {true}},
-      {"LineThroughAMinorLabel", {{inTheWay, 1}, {{0, 0, 5, 5}, 100}}, {line}, {false, true}},
       {"LineLastServed", {{inTheWay, 2}, {{45, 30, 55, 45}, 1}}, {line}, {false, true}},
       {"Flank", {{inTheWay, 1}}, {none, flank}, {false}},
-      {"BesideTheFlank", {{{46, 40, 56, 60}, 1}}, {flank}, {true}},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(LabelsWithRoom(c.labels, c.traces, area, 2, {}, 10), c.chosen) << c.name;
   }
-  EXPECT_EQ(LabelsWithRoom({{{0, 0, 9, 9}, 1}, {{20, 0, 29, 9}, 2}}, {}, area, 2, {}, 1),
-            (std::vector<bool>{false, true}));
   EXPECT_EQ(LabelsWithRoom({{{0, 0, 9, 9}, 1}}, {}, area, 2, {{5, 5, 6, 6}}, 1),
             std::vector<bool>{false});
 }
@@ -176,10 +166,7 @@ TEST(SampleGrid, LateAndIrregularChannelsKeepTheirSamplesAndGetPeaks) {
           placed.values[i] == own.values[kept]) {
         ++kept;
       }
-      if (i < placed.grid.first) {
-        EXPECT_EQ(placed.timesS[i], own.TimeAt(0));
-        continue;
-      }
+      if (i < placed.grid.first) continue;
       ASSERT_NEAR(placed.timesS[i], static_cast<double>(i) * placed.periodS, kToleranceS) << c;
     }
     EXPECT_EQ(kept, own.values.size()) << c;
@@ -198,11 +185,7 @@ TEST(SampleGrid, LateAndIrregularChannelsKeepTheirSamplesAndGetPeaks) {
   ASSERT_EQ(int{host->peakCount}, int{plain->peakCount});
   for (int k = 1; k <= host->peakCount; ++k) {
     EXPECT_NEAR(host->rtime(k), plain->rtime(k) + 30.04, 0.3) << k;
-    EXPECT_NEAR(host->peaks.At(k - 1)->apex * static_cast<double>(host->sampleInterval),
-                host->rtime(k), kToleranceS);
   }
-  host->SetCurrentChannel(2);
-  EXPECT_GT(int{host->peakCount}, 5);
 }
 
 std::uint64_t HashOf(const DisplayOptions& options, RunData run = DemoRun()) {
@@ -218,72 +201,6 @@ DisplayOptions Small() {
   options.heightPx = 300;
   return options;
 }
-
-// The demonstration with an auxiliary channel.
-RunData WithAuxiliary() {
-  RunData run = DemoRun();
-  Trace gradient = run.channels[0];
-  gradient.name = "Grad";
-  gradient.unit = "%";
-  for (std::size_t i = 0; i < gradient.values.size(); ++i) {
-    gradient.values[i] = static_cast<double>(i) / 120;
-  }
-  run.auxiliary = {gradient, gradient};
-  run.auxiliary[1].name = "Temp";
-  for (double& value : run.auxiliary[1].values) value = 30;
-  return run;
-}
-
-struct OptionCase {
-  const char* name;
-  std::function<void(DisplayOptions&)> set;
-};
-class Option : public testing::TestWithParam<OptionCase> {};
-TEST_P(Option, ChangesThePicture) {
-  DisplayOptions options = Small();
-  const std::uint64_t before = HashOf(options, WithAuxiliary());
-  GetParam().set(options);
-  EXPECT_NE(HashOf(options, WithAuxiliary()), before);
-}
-using D = DisplayOptions;
-const OptionCase kAllOption[] = {{"Scale", [](D& o) { o.scale = 1.5; }},
-                                 {"FontSize", [](D& o) { o.fontPx = 9; }},
-                                 {"From", [](D& o) { o.fromS = 60; }},
-                                 {"To", [](D& o) { o.toS = 900; }},
-                                 {"SignalRange",
-                                  [](D& o) {
-                                    o.signalRange = SignalRange{0, 50};
-                                  }},
-                                 {"Channels", [](D& o) { o.channels = {"2-3"}; }},
-                                 {"Current", [](D& o) { o.currentChannel = "254"; }},
-                                 {"AuxChannels", [](D& o) { o.auxChannels = {"all"}; }},
-                                 {"AuxInFront", [](D& o) { o.aux = AuxPlace::kFront; }},
-                                 {"AuxOff", [](D& o) { o.aux = AuxPlace::kOff; }},
-                                 {"ChannelStep", [](D& o) { o.channelStep = 0; }},
-                                 {"NoPeaks", [](D& o) { o.peaks = PeakSource::kNone; }},
-                                 {"FilePeaks", [](D& o) { o.peaks = PeakSource::kFile; }},
-                                 {"NoLabels", [](D& o) { o.labels = PeakLabels::kNone; }},
-                                 {"Numbers", [](D& o) { o.labels = PeakLabels::kNumber; }},
-                                 {"NoBaselines", [](D& o) { o.baselines = false; }},
-                                 {"PeakTicks", [](D& o) { o.peakTicks = true; }},
-                                 {"NoFill", [](D& o) { o.fillFirst = o.fillLast = 0; }},
-                                 {"FillSome", [](D& o) { o.fillFirst = o.fillLast = 2; }},
-                                 {"Markers", [](D& o) { o.markers = Markers::kAll; }},
-                                 {"Selected",
-                                  [](D& o) {
-                                    o.markers = Markers::kSelected;
-                                    o.selectedPeak = 3;
-                                  }},
-                                 {"Grid", [](D& o) { o.grid = true; }},
-                                 {"NoSignalAxis", [](D& o) { o.signalAxis = false; }},
-                                 {"RelativeAxis", [](D& o) { o.relativeAxis = true; }},
-                                 {"NameList", [](D& o) { o.names = Names::kList; }},
-                                 {"Frame", [](D& o) { o.frame = true; }},
-                                 {"Drift", [](D& o) { o.subtractDrift = true; }},
-                                 {"Average", [](D& o) { o.traces = TraceStyle::kAverage; }},
-                                 {"Colours", [](D& o) { o.colours = "classic-dark"; }},
-                                 {"AxisUnit", [](D& o) { o.axisUnit = TimeUnit::kSecond; }}};
-INSTANTIATE_TEST_SUITE_P(All, Option, testing::ValuesIn(kAllOption), CaseName());
 
 TEST(Picture, LabelsFollowThePeaksOfTheFile) {
   RunData run = DemoRun();
@@ -302,25 +219,6 @@ TEST(Picture, LabelsFollowThePeaksOfTheFile) {
   EXPECT_NE(HashOf(options, run), name);
   options.labels = PeakLabels::kTime;
   EXPECT_EQ(HashOf(options, run), time);
-}
-
-TEST(Picture, WhatIsNotThereIsRefused) {
-  const OptionCase cases[] = {
-      {"'9' names none of the 3 channels", [](D& o) { o.channels = {"9"}; }},
-      {"'x' names none of the 3 channels", [](D& o) { o.currentChannel = "x"; }},
-      {"'1' names none of the 0 channels", [](D& o) { o.auxChannels = {"1"}; }},
-      {"nothing lies between --from and --to", [](D& o) { o.fromS = 5000; }},
-      {"nothing lies between --from and --to", [](D& o) { o.toS = -1; }},
-  };
-  for (const OptionCase& c : cases) {
-    DisplayOptions options = Small();
-    c.set(options);
-    RunData run = DemoRun();
-    gfx::Surface surface;
-    std::string error;
-    EXPECT_FALSE(DrawPicture(run, options, surface, error));
-    EXPECT_EQ(error, c.name);
-  }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <optional>
 #include <string>
 
 #include "app/channel_names.h"
@@ -16,6 +17,22 @@
 namespace app {
 namespace {
 
+// A run in a picture of which nothing is drawn.
+struct Planned {
+  Planned(RunData& run, int width) : surface(width, 300) {
+    options.widthPx = width;
+    options.heightPx = 300;
+    host = HostRun(run, error);
+    plot.emplace(run, options, *host, surface);
+    EXPECT_TRUE(SetTimes(*plot, error) && SetCurrent(*plot, error)) << error;
+  }
+  DisplayOptions options;
+  std::string error;
+  embedded::RunRef host;
+  gfx::Surface surface;
+  std::optional<Plot> plot;
+};
+
 TEST(SignalUnits, LongNumbersGetAnotherUnit) {
   const struct {
     const char* unit;
@@ -23,15 +40,10 @@ TEST(SignalUnits, LongNumbersGetAnotherUnit) {
     const char* shown;
     double factor;
   } cases[] = {
-      {"mAU", 999'999, "mAU", 1},     {"mAU", 1e6, "kAU", 1e-6},
-      {"µV", 1.8e7, "V", 1e-6},       {"uV", 1.8e7, "V", 1e-6},
-      {"pA", 1.07e8, "µA", 1e-6},     {"AU", 0.001, "AU", 1},
-      {"AU", 0.0009, "µAU", 1e6},     {"counts", 2.8e7, "Mcounts", 1e-6},
-      {"counts", 1e-5, "counts", 1},  // "10^-6 counts" fits no record
-      {"", 1.07e8, "10^6", 1e-6},     {"", 1e-5, "10^-6", 1e6},
-      {"EU", 5e9, "10^9 EU", 1e-9},   {"S/cm", 2e-5, "µS/cm", 1e6},
-      {"GPa", 2e6, "10^6 GPa", 1e-6}, {"V", 0, "V", 1},
-      {"kgf/cm2", 2e6, "kgf/cm2", 1}, {"", 1e60, "", 1},
+      {"mAU", 999'999, "mAU", 1}, {"mAU", 1e6, "kAU", 1e-6},      {"µV", 1.8e7, "V", 1e-6},
+      {"AU", 0.0009, "µAU", 1e6}, {"counts", 1e-5, "counts", 1},  // "10^-6 counts" fits no record
+      {"", 1e-5, "10^-6", 1e6},   {"EU", 5e9, "10^9 EU", 1e-9},   {"GPa", 2e6, "10^6 GPa", 1e-6},
+      {"V", 0, "V", 1},           {"kgf/cm2", 2e6, "kgf/cm2", 1}, {"", 1e60, "", 1},
   };
   for (const auto& c : cases) {
     const ShortUnit shown = ShortenUnit(c.unit, c.largest);
@@ -67,15 +79,8 @@ TEST(Fit, FirstAndLastSampleAreInThePicture) {
     trace.timesS.push_back(0.0006 + i * 0.4000013);
     trace.values.push_back(i == 0 ? 900 : i == 499 ? -150 : i % 7);
   }
-  DisplayOptions options;
-  options.widthPx = 500;
-  options.heightPx = 300;
-  std::string error;
-  const embedded::RunRef host = HostRun(run, error);
-  ASSERT_NE(host, nullptr) << error;
-  gfx::Surface surface(500, 300);
-  Plot plot(run, options, *host, surface);
-  ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
+  Planned planned(run, 500);
+  Plot& plot = *planned.plot;
   Fit(plot);
   EXPECT_GE(plot.Rows(0).Pixel(0), plot.render.margin());
   EXPECT_LE(plot.Rows(0).Pixel(499), plot.view.plotBottom);
@@ -100,15 +105,8 @@ TEST(ChannelNames, AreNeverCrossed) {
       // From peak to peak, over the rows of a list too.
       for (int i = 0; i < 600; ++i) trace.values.push_back(100 * std::pow(std::cos(i / 6.0), 2));
     }
-    DisplayOptions options;
-    options.widthPx = 600;
-    options.heightPx = 300;
-    std::string error;
-    const embedded::RunRef host = HostRun(run, error);
-    ASSERT_NE(host, nullptr) << error;
-    gfx::Surface surface(600, 300);
-    Plot plot(run, options, *host, surface);
-    ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
+    Planned planned(run, 600);
+    Plot& plot = *planned.plot;
     ChooseNames(plot);
     EXPECT_TRUE(NamesHaveRoom(plot)) << c.name;
     EXPECT_LE(plot.view.t0, 0) << c.name;
@@ -128,16 +126,9 @@ TEST(FillPeaks, AreasOfAnyLength) {
   wide.apexS = 1000;
   wide.startS = 200;
   wide.endS = 1800;
-  DisplayOptions options;
-  options.widthPx = 900;
-  options.heightPx = 300;
-  std::string error;
-  const embedded::RunRef host = HostRun(run, error);
-  ASSERT_NE(host, nullptr) << error;
-  gfx::Surface surface(900, 300);
-  Plot plot(run, options, *host, surface);
-  ASSERT_TRUE(SetTimes(plot, error) && SetCurrent(plot, error)) << error;
-  SetPeaks(run, *host, PeakSource::kFile, 1);
+  Planned planned(run, 900);
+  Plot& plot = *planned.plot;
+  SetPeaks(run, *planned.host, PeakSource::kFile, 1);
   Fit(plot);
   FillPeaks(plot);
   const auto isFilled = [&](double seconds, double value) {
@@ -145,7 +136,7 @@ TEST(FillPeaks, AreasOfAnyLength) {
     const int row = static_cast<int>(
         plot.Rows(0).ToY(static_cast<LONG>(value / static_cast<double>(channel.unitsPerCount)), 0));
     const int column = static_cast<int>(plot.view.x0 + seconds / plot.view.timePerPixel);
-    return surface.Pixel(column, row) != 0x00FFFFFF;
+    return planned.surface.Pixel(column, row) != 0x00FFFFFF;
   };
   for (int seconds = 400; seconds <= 1600; seconds += 50) {
     EXPECT_TRUE(isFilled(seconds, 50)) << seconds;

@@ -12,7 +12,6 @@
 
 #include "app/formats/read_run.h"
 #include "app/formats/text.h"
-#include "app/formats/wavelength.h"
 #include "app/map_colours.h"
 #include "app/map_picture.h"
 #include "app/map_run.h"
@@ -76,98 +75,6 @@ void Check(const RunData& run, const Expected& expected) {
   ExpectNear(first.TimeAt(first.values.size() - 1) / expected.unitS, expected.end, "end");
 }
 
-TEST(RealData, FilesHoldWhatIsKnownAboutThem) {
-  const char* folder = std::getenv("ELUGRAPH_DATA");
-  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
-  const std::vector<Expected> files = KnownFiles();
-  ASSERT_GT(files.size(), 60U);
-  std::size_t known = 0;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-    if (!entry.is_regular_file()) continue;
-    const std::string path = entry.path().string();
-    SCOPED_TRACE(path);
-    const std::uint64_t hash = Fnv1a(ReadBytes(path));
-    const auto expected = std::find_if(files.begin(), files.end(),
-                                       [hash](const Expected& file) { return file.hash == hash; });
-    RunData run;
-    std::string error;
-    const bool read = ReadRun(path, {}, run, error);
-    if (expected != files.end()) {
-      ++known;
-      ASSERT_TRUE(read) << error;
-      Check(run, *expected);
-    } else if (!read) {
-      EXPECT_TRUE(error.starts_with(path + ":") && error.find('\n') == std::string::npos) << error;
-    }
-  }
-  EXPECT_EQ(known, files.size());
-}
-
-TEST(RealData, MatricesHaveTheirWavelengths) {
-  const char* folder = std::getenv("ELUGRAPH_DATA");
-  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
-  const struct {
-    std::uint64_t hash;
-    double lowest, step, highest;  // nm
-  } matrices[] = {
-      {0x2B13FE6857ED9F96, 200, 2, 318}, {0x63E185690DC83EC4, 250.4, 1.2, 500},
-      {0xD00CBF3ADDE22DBE, 210, 1, 450}, {0x1B3470F1151FD989, 190, 2, 640},
-      {0xD09A65FDDAF9D6F6, 200, 2, 400},
-  };
-  std::size_t known = 0;
-  for (const auto& entry : std::filesystem::directory_iterator(folder + std::string("/dad"))) {
-    SCOPED_TRACE(entry.path().string());
-    const std::uint64_t hash = Fnv1a(ReadBytes(entry.path().string()));
-    RunData run;
-    std::string error;
-    ASSERT_TRUE(ReadRun(entry.path().string(), {}, run, error)) << error;
-    for (const auto& matrix : matrices) {
-      if (matrix.hash != hash) continue;
-      ++known;
-      EXPECT_NEAR(matrix.lowest + matrix.step * double(run.channels.size() - 1), matrix.highest,
-                  1e-9);
-      for (std::size_t i = 0; i < run.channels.size(); ++i) {
-        EXPECT_NEAR(WavelengthOf(run.channels[i].name).value_or(0),
-                    matrix.lowest + matrix.step * double(i), 1e-9);
-      }
-    }
-  }
-  EXPECT_EQ(known, std::size(matrices));
-}
-
-TEST(RealData, MatricesMakeMaps) {
-  const char* folder = std::getenv("ELUGRAPH_DATA");
-  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
-  const ColorScale before = TheColorScale();
-  std::size_t maps = 0;
-  std::string error;
-  ASSERT_TRUE(SetMapColours({"#0000ff,#ff0000", "linear"}, error)) << error;
-  for (const auto& entry : std::filesystem::directory_iterator(folder + std::string("/dad"))) {
-    SCOPED_TRACE(entry.path().string());
-    RunData run;
-    ASSERT_TRUE(ReadRun(entry.path().string(), {}, run, error)) << error;
-    if (run.channels.size() < kMinMapWaves) continue;
-    MapRun map;
-    gfx::Surface picture;
-    ASSERT_TRUE(MakeMapRun(run, {}, map, error)) << error;
-    EXPECT_EQ(map.wavesNm.size(), run.channels.size());
-    ASSERT_TRUE(DrawMap(*map.run, 600, 300, picture, error)) << error;
-    // The lowest value has the first colour, the highest one nearly the last.
-    bool lowest = false, highest = false;
-    for (int y = 0; y < picture.Height(); ++y) {
-      for (int x = 0; x < picture.Width(); ++x) {
-        lowest = lowest || picture.Pixel(x, y) == RGB(0, 0, 255);
-        highest = highest || picture.Pixel(x, y) == RGB(254, 0, 0);
-      }
-    }
-    EXPECT_TRUE(lowest);
-    EXPECT_TRUE(highest);
-    ++maps;
-  }
-  EXPECT_EQ(maps, 5u);
-  TheColorScale() = before;
-}
-
 // Colours of the picture's traces; axes and ground are not counted.
 std::size_t ColouredPixels(const gfx::Surface& surface) {
   std::size_t count = 0;
@@ -180,18 +87,43 @@ std::size_t ColouredPixels(const gfx::Surface& surface) {
   return count;
 }
 
-TEST(RealData, EveryRunMakesAPicture) {
-  const char* folder = std::getenv("ELUGRAPH_DATA");
-  if (folder == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
+// The folder of measured data.
+class RealData : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::getenv("ELUGRAPH_DATA");
+    if (folder_ == nullptr) GTEST_SKIP() << "ELUGRAPH_DATA names no folder of measured data";
+  }
+
+  const char* folder_ = nullptr;
+};
+
+TEST_F(RealData, FilesHoldWhatIsKnownAboutThemAndMakePictures) {
+  const std::vector<Expected> files = KnownFiles();
+  ASSERT_GT(files.size(), 60U);
+  std::size_t known = 0;
   std::vector<std::string> faults;
   const embedded::LogSink previous =
       embedded::SetLogSink([&faults](std::string_view line) { faults.emplace_back(line); });
   const std::size_t objects = gfx::LiveObjects();
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder_)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string path = entry.path().string();
+    SCOPED_TRACE(path);
+    const std::uint64_t hash = Fnv1a(ReadBytes(path));
+    const auto expected = std::find_if(files.begin(), files.end(),
+                                       [hash](const Expected& file) { return file.hash == hash; });
     RunData run;
     std::string error;
-    if (!entry.is_regular_file() || !ReadRun(entry.path().string(), {}, run, error)) continue;
-    SCOPED_TRACE(entry.path().string());
+    if (!ReadRun(path, {}, run, error)) {
+      EXPECT_EQ(expected, files.end()) << error;
+      EXPECT_TRUE(error.starts_with(path + ":") && error.find('\n') == std::string::npos) << error;
+      continue;
+    }
+    if (expected != files.end()) {
+      ++known;
+      Check(run, *expected);
+    }
     DisplayOptions options;
     options.widthPx = 600;
     options.heightPx = 300;
@@ -202,6 +134,52 @@ TEST(RealData, EveryRunMakesAPicture) {
   embedded::SetLogSink(previous);
   EXPECT_EQ(faults, std::vector<std::string>());
   EXPECT_EQ(gfx::LiveObjects(), objects);
+  EXPECT_EQ(known, files.size());
+}
+
+TEST_F(RealData, MatricesHaveTheirWavelengthsAndMakeMaps) {
+  const struct {
+    std::uint64_t hash;
+    double lowest, step, highest;  // nm
+  } matrices[] = {
+      {0x2B13FE6857ED9F96, 200, 2, 318}, {0x63E185690DC83EC4, 250.4, 1.2, 500},
+      {0xD00CBF3ADDE22DBE, 210, 1, 450}, {0x1B3470F1151FD989, 190, 2, 640},
+      {0xD09A65FDDAF9D6F6, 200, 2, 400},
+  };
+  const ColorScale before = TheColorScale();
+  std::size_t known = 0;
+  std::string error;
+  ASSERT_TRUE(SetMapColours({"#0000ff,#ff0000", "linear"}, error)) << error;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_ + std::string("/dad"))) {
+    SCOPED_TRACE(entry.path().string());
+    const std::uint64_t hash = Fnv1a(ReadBytes(entry.path().string()));
+    RunData run;
+    ASSERT_TRUE(ReadRun(entry.path().string(), {}, run, error)) << error;
+    for (const auto& matrix : matrices) {
+      if (matrix.hash != hash) continue;
+      ++known;
+      MapRun map;
+      gfx::Surface picture;
+      ASSERT_TRUE(MakeMapRun(run, {}, map, error)) << error;
+      ASSERT_EQ(map.wavesNm.size(), run.channels.size());
+      EXPECT_NEAR(map.wavesNm.back(), matrix.highest, 1e-9);
+      for (std::size_t i = 0; i < map.wavesNm.size(); ++i) {
+        EXPECT_NEAR(map.wavesNm[i], matrix.lowest + matrix.step * double(i), 1e-9);
+      }
+      ASSERT_TRUE(DrawMap(*map.run, 600, 300, picture, error)) << error;
+      // The lowest value has the first colour, the highest one nearly the last.
+      bool lowest = false, highest = false;
+      for (int y = 0; y < picture.Height(); ++y) {
+        for (int x = 0; x < picture.Width(); ++x) {
+          lowest = lowest || picture.Pixel(x, y) == RGB(0, 0, 255);
+          highest = highest || picture.Pixel(x, y) == RGB(254, 0, 0);
+        }
+      }
+      EXPECT_TRUE(lowest && highest);
+    }
+  }
+  EXPECT_EQ(known, std::size(matrices));
+  TheColorScale() = before;
 }
 
 }  // namespace

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace app {
 namespace {
 
@@ -28,16 +26,13 @@ TEST(Table, FindsHeaderAndRows) {
   const TableCase cases[] = {
       {"commas", "a,b\n1,2\n3,4\n", "a|b", "1|2\n3|4"},
       {"decimal commas", "a;b\n1,5;2\n3,25;4\n", "a|b", "1,5|2\n3,25|4"},
-      {"blanks", "time value\n 0.5  7\n 1.0 8\n", "time|value", "0.5|7\n1.0|8"},
       {"no header", "1\t2\n3\t4", "column 1|column 2", "1|2\n3|4"},
       {"text columns", "name,amount,note\nA,1,x\n\"B, C\",2,\n", "name|amount|note",
        "A|1|x\nB, C|2|"},
-      {"numbers in the header", "nm,200,202\n0,1,2\n1,3,4\n", "nm|200|202", "0|1|2\n1|3|4"},
       {"numbers above the header", "10,,10\nt,u,v\n0,1,2\n1,,4\n2,5,6\n", "t|u|v",
        "0|1|2\n1||4\n2|5|6"},
       {"text around", "Report of 3 runs\n\nx,y\n1,2\n\n2,n.a.\nend of table\n", "x|y",
        "1|2\n2|n.a."},
-      {"short row", "x,y\n1,2\n2\n3,4\n", nullptr, "t.csv:3: expected 2 columns, found 1"},
       {"damaged row", "x,y\n1,2\n2,4;5\n3,4\n", "x|y", "1|2\n2|4;5\n3|4"},
       {"no table", "nothing\nto see", nullptr, "t.csv: holds no table of numbers"},
       {"empty", "", nullptr, "t.csv: holds no table of numbers"},
@@ -57,20 +52,6 @@ TEST(Table, FindsHeaderAndRows) {
       EXPECT_STREQ(error.what(), c.cells);
     }
   }
-}
-
-TEST(Table, NumbersAndColumnsByName) {
-  const std::string file = "t.csv";
-  const Table table(file, "Amount,2nd,Area\n1,a,-\n2,b,3e2\n3,c,4\n");
-  EXPECT_EQ(table.Find("amount"), 0u);
-  EXPECT_EQ(table.Find("3"), 2u);
-  EXPECT_EQ(table.Find("2nd"), 1u);
-  EXPECT_FALSE(table.Find("4") || table.Find("0") || table.Find("2n"));
-  EXPECT_TRUE(table.IsNumeric(0) && !table.IsNumeric(1) && table.IsNumeric(2));
-  EXPECT_TRUE(std::isnan(table.Number(0, 2)));
-  EXPECT_EQ(table.Number(1, 2), 300);
-  EXPECT_THROW(table.Number(1, 1), FileError);
-  EXPECT_THROW(table.Require("height"), FileError);
 }
 
 }  // namespace
