@@ -193,7 +193,9 @@ void ChooseNames(Plot& plot) {
   const double startS = plot.view.t0;
   std::vector<const char*> descriptions;
   for (LONG i = 0; i < plot.host.channels.count; ++i) {
-    descriptions.push_back(plot.host.channels.At(i)->description);
+    // Copied: a record's field is not aligned.
+    const char* const description = plot.host.channels.At(i)->description;
+    descriptions.push_back(description);
   }
   const auto findRoom = [&](Room room, bool besideLabels) {
     return MakeRoom(plot, room, startS) && FindRoom(plot, besideLabels);

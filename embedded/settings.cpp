@@ -41,7 +41,7 @@ class File {
   int descriptor_;
 };
 
-// Where a link points: replacing the link itself would cut it.
+// Where a link points: replacing the link itself would cut it. A link to nothing is replaced.
 std::string Target(const std::string& path) {
   std::error_code error;
   const fs::path target = fs::canonical(path, error);

@@ -1,8 +1,10 @@
 // The window: life, messages and commands.
 #include "elugraph/chrom2d/chrom2d_base.h"
 
+#include <algorithm>
 #include <cstring>
 #include <new>
+#include <vector>
 
 #include "elugraph/chrom2d/color_dlg.h"
 
@@ -25,17 +27,26 @@ LOGFONTA WindowFont() {
   return font;
 }
 
-void OnColorDialogClosed(int result, void* context) {
-  if (result == kClosedWithOk && context != nullptr) static_cast<TChrom2DBase*>(context)->Rebuild();
+// All map objects; never destroyed, as objects may outlive the program's own.
+std::vector<const TChrom2DBase*>& LiveMaps() {
+  static auto* const maps = new std::vector<const TChrom2DBase*>;
+  return *maps;
 }
 
-void OpenColorDialog(TChrom2DBase* owner) {
+// The map may have ended before its dialog did.
+void OnColorDialogClosed(int result, void* context) {
+  auto* const owner = static_cast<TChrom2DBase*>(context);
+  if (result == kClosedWithOk && TChrom2DBase::IsLive(owner)) owner->Rebuild();
+}
+
+void OpenColorDialog(TChrom2DBase* owner) try {
   auto* const dialog = new (std::nothrow) TChrom2DColorDlg(owner);
   if (dialog == nullptr) return;
   // Without a window the dialog has ended already.
   if (const HWND window = dialog->Create(-1)) {
     PostExecute(window, OnColorDialogClosed, owner, true);
   }
+} catch (...) {  // the host's: no dialog
 }
 
 }  // namespace
@@ -46,12 +57,21 @@ COLORREF TChrom2DBase::axis_col = RGB(0, 0, 0);
 TChrom2DBase::TChrom2DBase(HWND parent, const ResIdCheck& dialogTemplate, chromatogram* run,
                            HWND* place)
     : TLastPaintDlg(parent, dialogTemplate, place), chrom(run), heightMap(nullptr) {
+  LiveMaps().push_back(this);
   const LOGFONTA description = WindowFont();
   font = CreateFontIndirectA(&description);
   if (heightMap.Set(run)) InitRanges();
 }
 
-TChrom2DBase::~TChrom2DBase() { DeleteObject(font); }
+TChrom2DBase::~TChrom2DBase() {
+  std::erase(LiveMaps(), this);
+  DeleteObject(font);
+}
+
+bool TChrom2DBase::IsLive(const TChrom2DBase* map) {
+  const std::vector<const TChrom2DBase*>& maps = LiveMaps();
+  return map != nullptr && std::find(maps.begin(), maps.end(), map) != maps.end();
+}
 
 bool TChrom2DBase::InitRanges() {
   try {

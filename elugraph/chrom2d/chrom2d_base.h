@@ -70,6 +70,8 @@ class ELUGRAPH_API TChrom2DBase : public TLastPaintDlg {
   ELUGRAPH_INTERNAL void InvalidateAll(const RECT* rect);
   // Drops the picture, so that the next paint makes it anew.
   ELUGRAPH_INTERNAL void Rebuild();
+  // Whether the pointer is one of an object that has not been destroyed; null is none.
+  ELUGRAPH_INTERNAL static bool IsLive(const TChrom2DBase* map);
 
  protected:
   ELUGRAPH_INTERNAL bool InitRanges();

@@ -43,8 +43,7 @@ TChrom2DColorDlg::TChrom2DColorDlg(TChrom2DBase* itsOwner)
     : TORVDlg(itsOwner != nullptr ? itsOwner->hwnd : nullptr, DialogTemplate(), nullptr,
               ResId(0U, LibraryModule())),
       savedCount(TheColorScale().colorCount),
-      owner(itsOwner),
-      ownerWindow(itsOwner != nullptr ? itsOwner->hwnd : nullptr) {
+      owner(itsOwner) {
   const ColorScale& scale = TheColorScale();
   std::copy_n(scale.colorTable, ColorScale::kMaxColors, savedTable);
   for (int i = 0; i < scale.colorCount; ++i) SetColor(i, ColorRefOf(scale.colorTable[i]));
@@ -188,7 +187,7 @@ void TChrom2DColorDlg::Repaint(int id) { InvalidateRect(GetDlgItem(hwnd, id), nu
 void TChrom2DColorDlg::Refresh() {
   InvalidateRect(hwnd, nullptr, TRUE);
   for (int i = 0; i < ColorScale::kMaxColors; ++i) Repaint(kFirstSwatch + i);
-  if (IsWindow(ownerWindow)) owner->InvalidateAll(nullptr);
+  if (TChrom2DBase::IsLive(owner)) owner->InvalidateAll(nullptr);
 }
 
 void TChrom2DColorDlg::SetColor(int swatch, COLORREF color) {

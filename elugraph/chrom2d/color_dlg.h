@@ -9,7 +9,7 @@
 // each shows the colours it knows, and all change the one scale.
 class TChrom2DColorDlg : public TORVDlg {
  public:
-  // `owner` may be null; a window of it that ends is left alone from then on.
+  // `owner` may be null, and may end before the dialog does.
   explicit TChrom2DColorDlg(TChrom2DBase* owner);
   ~TChrom2DColorDlg() override;
 
@@ -40,7 +40,6 @@ class TChrom2DColorDlg : public TORVDlg {
   MapColor savedTable[ColorScale::kMaxColors];
   int savedCount;
   TChrom2DBase* owner;
-  HWND ownerWindow;  // lives as long as the owner does
 };
 
 // Looks the dialog's template up; a step of the library's load.

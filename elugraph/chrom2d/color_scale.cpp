@@ -22,6 +22,7 @@ class ColorKey : public PrintBuffer<100> {
 
 constinit ColorScale scale{
     {{0, 0, 0}, {255, 255, 255}}, 2, ScaleFormula::LINE, kDefaultLogBase, 0, 0, 0};
+bool loaded = false;
 
 double IntegerPower(double base, int exponent) {
   double result = 1.0;
@@ -42,6 +43,18 @@ bool WriteEntry(const char* key, const char* value) {
   return vsetinifile(kSection, key, value, nullptr);
 }
 
+// False where there was no such entry, or it cannot be removed. A section edited by hand may have
+// it more than once.
+bool RemoveEntry(const char* key) {
+  constexpr int kMostCopies = 16;
+  bool removed = false;
+  for (int i = 0; i < kMostCopies && !ReadEntry(key).empty(); ++i) {
+    removed = WriteEntry(key, nullptr);
+    if (!removed) break;
+  }
+  return removed;
+}
+
 BYTE Between(BYTE a, BYTE b, int fraction) {
   return static_cast<BYTE>(a + (((b - a) * fraction) >> 8));
 }
@@ -53,6 +66,14 @@ int StepOnTable(double d, double s, ScaleFormula formula) {
                            : (d * scale.kLin) * s;
   // In this order, what is not a number becomes 0.
   return static_cast<int>(std::min(std::max(0.0, place), std::max(0.0, scale.kLin)) * 256);
+}
+
+void SetBlackToWhite() {
+  scale.colorTable[0] = MapColorOf(RGB(0, 0, 0));
+  scale.colorTable[1] = MapColorOf(RGB(255, 255, 255));
+  scale.colorCount = 2;
+  scale.formula = ScaleFormula::LINE;
+  ResetScaleCoefficients();
 }
 
 MapColor ColorAtStep(int step) {
@@ -73,6 +94,8 @@ void BuildColorTable() {
 }
 
 void LoadColorSettings() {
+  SetBlackToWhite();
+  loaded = false;
   const str formula = ReadEntry(kFormulaKey);
   // Put in place as a whole: reading may fail half-way.
   MapColor table[ColorScale::kMaxColors] = {};
@@ -82,21 +105,18 @@ void LoadColorSettings() {
     if (value.empty()) break;
     table[count] = MapColorOf(static_cast<COLORREF>(std::atoi(value.c_str())));
   }
-  if (count < 2) {
-    table[0] = MapColorOf(RGB(0, 0, 0));
-    table[1] = MapColorOf(RGB(255, 255, 255));
-    count = 2;
+  if (count >= 2) {
+    std::copy_n(table, ColorScale::kMaxColors, scale.colorTable);
+    scale.colorCount = count;
   }
-  std::copy_n(table, ColorScale::kMaxColors, scale.colorTable);
-  scale.colorCount = count;
   scale.formula = strcasecmp(formula.c_str(), "LOG") == 0 ? ScaleFormula::LOG : ScaleFormula::LINE;
   ResetScaleCoefficients();
+  loaded = true;
 }
 
 // Ends at the first entry that cannot be written: one line of diagnostics says it all.
 void SaveColorSettings() {
-  // Never loaded: the section is as it should be.
-  if (scale.colorCount == 0) return;
+  if (!loaded) return;
   const bool log = scale.formula == ScaleFormula::LOG;
   if (!WriteEntry(kFormulaKey, log ? "LOG" : "LINE")) return;
   for (int i = 0; i < scale.colorCount; ++i) {
@@ -105,8 +125,7 @@ void SaveColorSettings() {
     if (!WriteEntry(ColorKey(i).text, value.text)) return;
   }
   for (int i = scale.colorCount; i < ColorScale::kMaxColors; ++i) {
-    const ColorKey key(i);
-    if (ReadEntry(key.text).empty() || !WriteEntry(key.text, nullptr)) return;
+    if (!RemoveEntry(ColorKey(i).text)) return;
   }
 }
 

@@ -45,17 +45,20 @@ struct ColorScale {
 
 inline constexpr double kDefaultLogBase = 1.5;
 
-// The scale: black to white, linear, until LoadColorSettings has run.
+// The scale: black to white, linear, before BuildColorTable and LoadColorSettings have run, and
+// where the host failed meanwhile.
 ColorScale& TheColorScale();
 
-// All entries black, none in use.
+// All entries black, none in use: LoadColorSettings is to follow.
 void BuildColorTable();
 // Reads the section "CHROM_2D_COLORS" of the host's settings: "FORMULA" ("LOG" in any case; all
 // else is linear), COLOR00 to COLOR09 (decimal COLORREF numbers) up to the first one that is absent
 // or empty. Fewer than two colours: black to white. What is not a number counts as atoi reads it.
+// A failure raised by the host leaves black to white and is passed on.
 void LoadColorSettings();
-// Writes the scale to the section. The entries that an earlier, longer list has left behind it are
-// removed, so that the next load ends where this list does.
+// Writes the scale to the section, unless it could not be loaded from there. The entries that an
+// earlier, longer list has left behind it are removed, however often the section has them, so that
+// the next load ends where this list does.
 void SaveColorSettings();
 // To be called whenever colorCount or logBase has changed.
 void UpdateScaleCoefficients();

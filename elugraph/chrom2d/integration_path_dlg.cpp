@@ -51,7 +51,8 @@ TIntegrationPathDlg::TIntegrationPathDlg(HWND parent, chromatogram* run, SIPath&
       cursor(savedCursor) {
   // A path that cannot be copied must not be replaced by another one.
   if (!CopyPath(path, edit)) return;
-  CutPath(edit, timeTo);
+  // A run without a duration has no end to cut at.
+  if (timeTo > timeFrom) CutPath(edit, timeTo);
   if (edit.count == 0) AddWholeRun(edit, run != nullptr ? run->channelCount : 0);
 }
 
@@ -71,6 +72,8 @@ void TIntegrationPathDlg::SetupWindow() {
 
 bool TIntegrationPathDlg::CanClose() {
   if (!TChrom2DBase::CanClose()) return false;
+  // The editor goes on with the caller's items until it ends: a count of none is none.
+  if (path.items == nullptr) path.Resize(0);
   edit.Swap(path);
   return true;
 }

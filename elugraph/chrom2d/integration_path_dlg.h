@@ -5,9 +5,10 @@
 #include "elugraph/chrom2d/si_path.h"
 
 // Opens the editor on a copy of `path` and returns its window at once; null where it could not be
-// made, or there is no memory for the copy. `path` must stay valid until the window has closed, and
-// gets the edited items where it closes with OK. An empty path counts as one segment over the run.
-// A run that is null or has no spectral channels shows no map to edit on.
+// made, or where the path cannot be copied (no memory, or too many segments). `path` must stay
+// valid until the window has closed, and gets the edited items where it closes with OK. An empty
+// path counts as one segment over the run. A run that is null or has no spectral channels shows no
+// map to edit on; the path stays as it is.
 ELUGRAPH_API HWND CallChromatogramIntegrationPathEdit(HWND parent, chromatogram* chrom,
                                                       SIPath& path);
 
@@ -16,7 +17,8 @@ ELUGRAPH_API HWND CallChromatogramIntegrationPathEdit(HWND parent, chromatogram*
 // Segment i has three handles: 3i is its boundary, the vertical line at its end, 3i + 1 and 3i + 2
 // are the lines of its low and its high channel. The left button drags handles, the right one adds
 // boundaries. While a handle is dragged only its line moves; the path changes at the release.
-// Boundary times are multiples of the run's sample interval.
+// Boundaries are set to multiples of a step, the run's sample interval where that is from 0.0001 to
+// 1 s and 0.1 s otherwise, or to the run's end; those of the caller stay as they are.
 class TIntegrationPathDlg : public TChrom2DBase {
  public:
   TIntegrationPathDlg(HWND parent, chromatogram* chrom, SIPath& path);
@@ -28,7 +30,7 @@ class TIntegrationPathDlg : public TChrom2DBase {
   void axis(HDC hdc, const RECT& rect) override;
   bool ViewsCalc(HDC hdc, const RECT& rect) override;
 
-  // False where memory ran out for the copy.
+  // False where the path could not be copied.
   bool HasPath() const { return edit.count > 0; }
 
  private:

@@ -65,8 +65,10 @@ void TIntegrationPathDlg::DrawStatus(HDC hdc, const RECT& rect) {
     if (channel < 0 || channel >= chrom->channelCount || format == nullptr) return;
     const TChannel* const record = chrom->channels.At(channel);
     if (record == nullptr) return;
-    // The record begins with the name.
-    Write(hdc, at, PrintBuffer<100>(format, record->name).text);
+    // The record begins with the name, which may fill its field.
+    char name[sizeof record->name + 1] = {};
+    std::memcpy(name, record->name, sizeof record->name);
+    Write(hdc, at, PrintBuffer<100>(format, name).text);
   }
 }
 

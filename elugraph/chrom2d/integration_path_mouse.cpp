@@ -25,6 +25,7 @@ LRESULT TIntegrationPathDlg::WindowProc(UINT message, WPARAM wParam, LPARAM lPar
   switch (message) {
     case WM_RBUTTONDOWN:
       activeHandle = AddBoundary(x, y);
+      dragPos = -1;  // selected, not dragged
       cursor = CursorFor(HitTest(x, y));
       InvalidateAll(nullptr);
       return 0;
@@ -171,7 +172,10 @@ bool TIntegrationPathDlg::DropHandle(int x, int y) {
 }
 
 void TIntegrationPathDlg::DropBoundary(int k, int x) {
-  const int now = MoveBoundary(edit, k, Snapped(X2Time(x), timeStep), timeStep);
+  const double t = Snapped(X2Time(x), timeStep);
+  // The run's interval may be no number.
+  if (!std::isfinite(t)) return;
+  const int now = MoveBoundary(edit, k, t, timeStep);
   activeHandle = now < 0 ? -1 : 3 * now;
 }
 

@@ -57,8 +57,8 @@ TEST(MapRun, HoldsWavelengthsInOrderOnOneScale) {
             "220 nm: 0 10000 0 0");
   EXPECT_EQ(map.wavesNm, (std::vector<double>{190.25, 200.5, 210, 220}));
   for (int i = 1; i < 4; ++i) {  // the map compares counts
-    EXPECT_EQ(map.run->channels.At(i)->unitsPerCount, map.run->channels.At(0)->unitsPerCount);
-    EXPECT_EQ(map.run->channels.At(i)->referenceLevel, 0);
+    EXPECT_EQ(+map.run->channels.At(i)->unitsPerCount, +map.run->channels.At(0)->unitsPerCount);
+    EXPECT_EQ(+map.run->channels.At(i)->referenceLevel, 0);
   }
   EXPECT_EQ(data.notes.size(), 3u);  // the pressure, other times, a second 210 nm
 }
@@ -69,7 +69,7 @@ TEST(MapRun, IsCutToThePart) {
   std::string error;
   ASSERT_TRUE(MakeMapRun(data, {2.0, 4.0, 195.0, std::nullopt}, map, error)) << error;
   EXPECT_EQ(Records(map), "200.5 nm: 250 0; 210 nm: 0 0; 220 nm: 10000 0");
-  EXPECT_EQ(map.run->timeOffsetMs, 2000);
+  EXPECT_EQ(+map.run->timeOffsetMs, 2000);
   const std::pair<MapPart, const char*> refused[] = {
       {{3.0, 5.0, {}, {}}, "fewer than two times lie in the part asked for"},
       {{{}, {}, 201.0, 215.0},
@@ -172,9 +172,9 @@ TEST(PathFile, ReadsBackWhatItWrote) {
   ASSERT_TRUE(ParsePath("p.csv", text, kWaves, back, error)) << error;
   ASSERT_EQ(back.count, 3);
   for (int i = 0; i < 3; ++i) {
-    EXPECT_EQ(back.items[i].lowChannel, path.items[i].lowChannel);
-    EXPECT_EQ(back.items[i].highChannel, path.items[i].highChannel);
-    EXPECT_EQ(back.items[i].endTime, path.items[i].endTime);
+    EXPECT_EQ(+back.items[i].lowChannel, +path.items[i].lowChannel);
+    EXPECT_EQ(+back.items[i].highChannel, +path.items[i].highChannel);
+    EXPECT_EQ(+back.items[i].endTime, +path.items[i].endTime);
   }
 }
 

@@ -119,9 +119,9 @@ TEST_F(ScaleSettings, AreLoaded) {
   }
 }
 
-// A list that grows up to what a gap had hidden ends where it ends.
+// A list that grows up to what a gap had hidden, even twice, ends where it ends.
 TEST_F(ScaleSettings, ComeBackAsTheyWereSaved) {
-  Put("[CHROM_2D_COLORS]\nCOLOR00=1\nCOLOR01=2\nCOLOR03=4\n");
+  Put("[CHROM_2D_COLORS]\nCOLOR00=1\nCOLOR01=2\nCOLOR03=4\nCOLOR03=5\n");
   LoadColorSettings();
   for (const Colors& colors : {Colors{1, 2}, Colors{5, 6, 0xFFFFFF},
                                Colors{9, 8, 7, 6, 5, 4, 3, 2, 1, 0}, Colors{kRed, kBlue}}) {

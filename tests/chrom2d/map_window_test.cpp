@@ -60,4 +60,15 @@ TEST_F(MapMessages, ColorDialogsRebuildWhenTheyCloseWithOk) {
   }
 }
 
+TEST_F(MapMessages, MapsMayEndBeforeTheirColorDialogs) {
+  run = MakeSpectralRun({});
+  auto* const map = new MapWindow(run.get());  // without a window: nobody owns the dialog
+  map->EvCommand(TChrom2DBase::kColorCommand, nullptr, BN_CLICKED);
+  ASSERT_EQ(ui::TopLevelWindows().size(), 1U);
+  const HWND dialog = ui::TopLevelWindows()[0];
+  delete map;
+  desk.Click(GetDlgItem(dialog, IDOK));
+  EXPECT_FALSE(IsWindow(dialog));
+}
+
 }  // namespace

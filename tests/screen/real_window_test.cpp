@@ -174,8 +174,8 @@ TEST_F(RealWindow, PathIsEditedByMouse) {
   const POINT line{at.Time2X(600), at.ChanV2Y(300)};
   const POINT lowered{line.x - 5, line.y + 70};
   wanted.items[2].lowChannel = at.GetMapChannel(static_cast<int>(lowered.y));
-  ASSERT_GT(wanted.items[0].endTime, 200);
-  ASSERT_LT(wanted.items[2].lowChannel, 50);
+  ASSERT_GT(+wanted.items[0].endTime, 200);
+  ASSERT_LT(+wanted.items[2].lowChannel, 50);
   twin->Drag(editor, boundary, moved);
   twin->Drag(editor, line, lowered);
   ASSERT_TRUE(Drag(boundary, moved));
