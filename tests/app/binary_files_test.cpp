@@ -115,6 +115,9 @@ TEST(AndiFile, DamageIsRefused) {
   NetCdfFile noInterval;
   noInterval.Numbers("ordinate_values", {1, 5}, "point_number");
   EXPECT_EQ(ReadText(noInterval.Bytes()), "run: states no sampling interval above 0");
+  NetCdfFile noValues;
+  noValues.Attribute("detector_unit", "mAU");
+  EXPECT_EQ(ReadText(noValues.Bytes()), "run: holds no chromatogram ('ordinate_values')");
   NetCdfFile fill;
   fill.Numbers("ordinate_values", {1, 9.96921e36}, "point_number");
   EXPECT_EQ(ReadText(fill.Bytes()), "run: value 2 is missing");
@@ -195,6 +198,9 @@ TEST(MzMl, DamageIsRefused) {
   };
   EXPECT_EQ(read(4, good), "run: chromatogram 'UV': an array does not hold its 4 points");
   EXPECT_EQ(read(2'000'000'000, good), "run: chromatogram 'UV': more than 100000000 points");
+  EXPECT_EQ(read(3, Array(kTimes64, kRising64)),
+            "run: chromatogram 'UV': no array of times or none of values");
+  EXPECT_EQ(ReadText(MzMl("")), "run: holds no chromatogram");
   EXPECT_EQ(read(1, Array(kTimes64, "$$$$") + Array(kValues32Packed, kDeflated32)),
             "run: chromatogram 'UV': an array is not base64");
   EXPECT_EQ(ReadText("<?xml version='1.0'?>\n<mzML>\n<run></mzML>"),

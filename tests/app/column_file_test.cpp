@@ -24,6 +24,8 @@ TEST_P(ColumnFile, Reads) { EXPECT_EQ(Read(GetParam().text), GetParam().result);
 const FileCase kDialectsColumnFile[] = {
     {"Comma", "0,1.5\n1,-2e1\n", "| 0+60: 1.5 -20"},
     {"Tab", "0\t1\r\n1\t2\r\n", "| 0+60: 1 2"},
+    {"DoubledMarks", "t,\"a \"\"b\"\"\"\n0,1\n1,2\n", "a \"b\"| 0+60: 1 2"},
+    {"QuotedBlanks", "t \"a b\" c\n0 1 2\n1 3 4\n", "a b| 0+60: 1 3; c| 0+60: 2 4"},
     {"Semicolon", "0;1.5\n1;2\n", "| 0+60: 1.5 2"},
     {"DecimalCommaSemicolon", "0,0;1\n0,5;2\n1,0;3\n", "| 0+30: 1 2 3"},
     {"DecimalCommaTab", "0\t1,5\n1\t2\n", "| 0+60: 1.5 2"},

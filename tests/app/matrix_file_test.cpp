@@ -51,6 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
     Stated, MatrixFile,
     testing::Values(
         MatrixCase{"Both", "1,2,3\n4,5,6\n", kTwoByThree, kBoth},
+        MatrixCase{"TrailingSeparators", "1\t2\t3\t\n4\t5\t6\t\n", kTwoByThree, kBoth},
         MatrixCase{"BothWithWordsAbove", "intensity\na,b,c\n1,2,3\n4,5,6\n", kTwoByThree, kBoth},
         MatrixCase{"StepTellsTheDirection",
                    "1,4\n2,5\n3,6\n",
@@ -79,6 +80,7 @@ INSTANTIATE_TEST_SUITE_P(
                                {.wavelengthsNm = StatedAxis{200, 204, 3.0}, .timesS = kTimes}},
                     MatrixCase{"ShortRow", "1,2,3\n4,5\n6,7,8\n",
                                "run:2: expected 3 columns, found 2", kBoth},
+                    MatrixCase{"Gap", "1,2,3\n4,,6\n", "run:2: column 2: no value", kBoth},
                     MatrixCase{"DamagedValue", "1,2,3\n4,5,6\n7,8x,9\n4,5,6\n",
                                "run:3: column 2: '8x' is not a number", kBoth},
                     MatrixCase{"TimesGoBack",

@@ -65,6 +65,7 @@ TEST_F(PlotCommands, DrawOrSayWhyNot) {
       {"xy", "xy.csv", "--zoom 5:6", 2, "5:6 lies outside the data"},
       {"xy", "xy.csv", "--x t --x a --y a", 2, "--x: one column"},
       {"xy", "xy.csv", "--y note", 2, "xy.csv:2: note: 'x' is not a number"},
+      {"xy", "xy.csv", "--y 0", 2, "xy.csv: has no column '0'"},
       {"xy", "xy.csv", "--y c", 2, "xy.csv: has no column 'c'; its columns are: t, a, b, note"},
       {"calibration", "standards.csv", "--band 0.95", 0,
        "A: response = 2 + 10 x amount, r2 1.000000"},

@@ -67,6 +67,7 @@ const std::string kSampled =
 const ReportCase kSampledReport[] = {
     {"OneAfterAnother", kSampled, "Ch 1|mV 0+0.5: 0.005 -0.006; Ch 2|V 0+0.25: 1 2 3"},
     {"TooFew", kSampled.substr(0, kSampled.size() - 2), "run: channel 2 has 2 of 3 samples"},
+    {"TooMany", kSampled + "4\n", "run:11: more data than stated"},
     {"NoRate", Replaced(kSampled, "2.0\t4.0", "0\t0"),
      "run:2: 'sampling rate:' holds no number above 0 for channel 1"}};
 INSTANTIATE_TEST_SUITE_P(Sampled, Report, testing::ValuesIn(kSampledReport), kName);
@@ -82,6 +83,7 @@ const ReportCase kPairsReport[] = {
      "Cond|mS/cm 0+60: 80 81; aux UV1 280nm|pH 0+30: 1 2 3"},
     {"DamagedValue", Replaced(kPairs, "\t81\t", "\tx81\t"),
      "run:4: column 2: 'x81' is not a number"},
+    {"Gap", kPairs + "2\t82\t2\t4\t\t\n", "run:6: column 1: a gap above"},
     {"TimesGoBack", Replaced(kPairs, "0.5\t2", "-0.5\t2"),
      "run:4: time -30 s lies before the time above it, 0 s"}};
 INSTANTIATE_TEST_SUITE_P(Pairs, Report, testing::ValuesIn(kPairsReport), kName);
@@ -91,6 +93,9 @@ const ReportCase kLongTablesReport[] = {
      "\"Minutes\"\t\"Intensity\"\t\"File\"\t\"Detector\"\n0\t1\t\"f\"\t\"UV\"\n"
      "1\t2\t\"f\"\t\"UV\"\n0\t3\t\"f\"\t\"RI\"\n2\t4\t\"f\"\t\"RI\"\n",
      "UV| 0+60: 1 2; RI| 0+120: 3 4"},
+    {"Alternating", "time;value (mV);channel\n0,5;1;a\n0,5;5;b\n1,5;2;a\n2,5;6;b\n",
+     "a|mV 30+60: 1 2; b|mV 30+120: 5 6"},
+    {"MissingCell", "time,value,channel\n0,1,a\n1,2\n", "run:3: expected 3 columns, found 2"},
     {"SingleSample", "time,value,channel\n0,1,a\n1,2,a\n1,2,b\n",
      "run: 'b' has values at a single time"},
     {"NumbersAreNoNames", "time,value,signal\n0,1,5\n1,2,6\n",
