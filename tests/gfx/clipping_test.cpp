@@ -34,21 +34,8 @@ TEST_F(Clipping, IntersectsInDevicePixels) {
   EXPECT_EQ(IntersectClipRect(hdc, 0, 0, 120, 500), NULLREGION);  // touching is nothing
   EXPECT_EQ(Clip(), "0,0,0,0");
   EXPECT_EQ(IntersectClipRect(hdc, -50, -50, 50, 50), NULLREGION) << "empty stays empty";
-  EXPECT_EQ(Box(), (Numbers{0, 0, 0, 0}));
   EXPECT_EQ(SelectClipRgn(hdc, nullptr), SIMPLEREGION);
   EXPECT_EQ(Clip(), "none");
-}
-
-TEST_F(Clipping, RegionsAreCopiedAndInDevicePixels) {
-  HRGN region = CreateRectRgn(9, 8, 1, 2);
-  SetViewportOrgEx(hdc, 1000, 1000, nullptr);
-  EXPECT_EQ(SelectClipRgn(hdc, region), SIMPLEREGION);
-  DeleteObject(region);
-  EXPECT_EQ(Clip(), "1,2,9,8");
-  HRGN empty = CreateRectRgn(5, 5, 5, 9);
-  EXPECT_EQ(SelectObject(hdc, empty), reinterpret_cast<HGDIOBJ>(UINT_PTR{NULLREGION}));
-  DeleteObject(empty);
-  EXPECT_EQ(Clip(), "0,0,0,0");
 }
 
 }  // namespace

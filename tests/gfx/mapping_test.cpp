@@ -18,13 +18,9 @@ TEST_F(Mapping, ThereAndBack) {
   } const cases[] = {
       {MM_TEXT, 96, {0, 0}, {kMin, kMax}, {kMin, kMax}, {kMin, kMax}},
       {MM_TEXT, 96, {10, -20}, {1, 2}, {11, -18}, {1, 2}},
-      // 2^31 − 1 less 10 is all that comes back after the limit.
-      {MM_TEXT, 96, {10, -10}, {kMax, kMin}, {kMax, kMin}, {kMax - 10, kMin + 10}},
       {MM_TWIPS, 96, {100, 200}, {1440, 1440}, {196, 104}, {1440, 1440}},
-      // 7 twips are 0.47 pixels, 8 are 0.53; at 48 dpi 15 twips are exactly half a pixel.
-      {MM_TWIPS, 96, {0, 0}, {7, 8}, {0, -1}, {0, 15}},
+      // 15 twips are exactly half a pixel.
       {MM_TWIPS, 48, {0, 0}, {15, -15}, {1, 1}, {30, -30}},
-      {MM_TWIPS, 48, {0, 0}, {-15, 15}, {-1, -1}, {-30, 30}},
       {MM_TWIPS, 1440, {0, 0}, {kMin, kMin}, {kMin, kMax}, {kMin, -kMax}},
       {MM_TWIPS, 96, {-5, 0}, {kMax, kMin}, {143165571, 143165577}, {2147483640, kMin}},
   };
@@ -58,49 +54,6 @@ TEST_F(Mapping, TwipsResolvePensAndBoxes) {
             "rectangle 0,90 20,100 pen=0/2/#000000 brush=#FFFFFF clip=none\n"
             "line 1,99 2,101 pen=0/0/#000000 clip=none\n"
             "polyline 2 0,100 10,0 pen=0/0/#000000 clip=none\n");
-}
-
-// Remembers the font it is asked about and answers ten pixels a byte.
-struct AskedText final : gfx::TextEngine {
-  SIZE Extent(const gfx::Font& font, std::string_view text) override {
-    asked = {font.width, font.height};
-    return {static_cast<LONG>(10 * text.size()), 20};
-  }
-  TEXTMETRICA Metrics(const gfx::Font&) override {
-    TEXTMETRICA metrics{};
-    metrics.tmHeight = 20;
-    metrics.tmAscent = 15;
-    metrics.tmAveCharWidth = 10;
-    return metrics;
-  }
-  void Render(const gfx::Font&, std::string_view, POINT, const gfx::GlyphSink&) override {}
-  SIZE asked{};
-};
-
-TEST_F(Mapping, TwipsMeasureInPixelsAndScaleBack) {
-  AskedText text;
-  gfx::TextEngine* previous = gfx::SetDisplayText(&text);
-  HDC display = CreateDCA("display", nullptr, nullptr, nullptr);
-  SetMapMode(display, MM_TWIPS);
-  const std::pair<SIZE, SIZE> fonts[] = {// width and height as created, as the engine sees them
-                                         {{150, -300}, {10, -20}},
-                                         {{3, -13}, {1, -1}},
-                                         {{0, 0}, {0, 12}},
-                                         {{0, 8}, {0, 1}}};
-  for (const auto& [logical, device] : fonts) {
-    Use(display, NewFont(logical.cy, logical.cx));
-    SIZE size{};
-    EXPECT_TRUE(GetTextExtentPoint32A(display, "abc", 3, &size));
-    EXPECT_EQ(Of(size), (Numbers{450, 300}));
-    EXPECT_EQ(Of(text.asked), Of(device));
-  }
-  TEXTMETRICA metrics{};
-  EXPECT_TRUE(GetTextMetricsA(display, &metrics));
-  EXPECT_EQ(
-      (Numbers{metrics.tmHeight, metrics.tmAscent, metrics.tmDescent, metrics.tmAveCharWidth}),
-      (Numbers{300, 225, 75, 150}));
-  DeleteDC(display);
-  EXPECT_EQ(gfx::SetDisplayText(previous), &text);
 }
 
 }  // namespace

@@ -49,18 +49,6 @@ TEST_F(MemoryContext, RowsComeBackInTheOrderOfTheHeader) {
   }
 }
 
-TEST_F(MemoryContext, AHeaderLargerThanTheBitmapGetsZeroColumnsAndFewerRows) {
-  BitBlt(memory, 0, 0, 3, 2, screen, 0, 0, SRCCOPY);
-  BITMAPINFO info = DibInfo(5, -9, 32);
-  std::vector<std::uint32_t> bits(5 * 9, 0xCCCCCCCC);
-  EXPECT_EQ(GetDIBits(screen, bitmap, 0, 9, bits.data(), &info, DIB_RGB_COLORS), 2);
-  bits.erase(bits.begin() + 11, bits.end());
-  bits.erase(bits.begin(), bits.begin() + 7);
-  EXPECT_EQ(bits, (std::vector<std::uint32_t>{Value(2, 1), 0, 0, 0xCCCCCCCC}));
-  EXPECT_EQ(GetDIBits(screen, bitmap, 0, 1, nullptr, &info, DIB_RGB_COLORS), 2);
-  EXPECT_EQ(info.bmiHeader.biWidth * 10 + info.bmiHeader.biHeight, 32);
-}
-
 TEST_F(MemoryContext, BlitMapsBothSides) {
   SetViewportOrgEx(screen, 2, 1, nullptr);
   SetViewportOrgEx(memory, 1, 0, nullptr);
@@ -69,22 +57,11 @@ TEST_F(MemoryContext, BlitMapsBothSides) {
   EXPECT_EQ(surface.Row(0)[1], Value(3, 2));
   EXPECT_EQ(surface.Row(0)[0], 0u) << "new bitmaps are black";
   EXPECT_EQ(surface.Row(0)[3], Value(3, 0));
-  const std::uint64_t before = surface.Hash();
-  EXPECT_FALSE(BitBlt(screen, 0, 0, 1, 1, memory, 0, 0, 0x00660046));
-  EXPECT_FALSE(BitBlt(screen, 0, 0, -1, 1, memory, 0, 0, SRCCOPY));
-  EXPECT_TRUE(BitBlt(screen, 0, 0, 2, 2, hdc, 0, 0, SRCCOPY)) << "a journal has no pixels to give";
-  EXPECT_EQ(surface.Hash(), before);
 }
 
-TEST_F(MemoryContext, MeasuresAsItsPartner) {
-  HDC beside = CreateCompatibleDC(hdc);  // a journal's cells have no glyphs to draw
-  gfx::TextEngine* previous = gfx::SetDisplayText(&gfx::BuiltinText());
-  HDC alone = CreateCompatibleDC(nullptr);
-  for (HDC context : {beside, memory, alone}) {
-    EXPECT_EQ(&gfx::DriverOf(context)->Text(), &gfx::BuiltinText());
-    if (context != memory) DeleteDC(context);
-  }
-  gfx::SetDisplayText(previous);
+TEST(Surface, ExtentsAreLimited) {
+  EXPECT_EQ(gfx::Surface(-3, 5).Width(), 0);
+  EXPECT_EQ(gfx::Surface(1 << 20, 1 << 20).Width(), 0);
 }
 
 }  // namespace

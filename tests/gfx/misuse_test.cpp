@@ -68,7 +68,7 @@ class Misuse : public testing::TestWithParam<unsigned> {
   const std::vector<Call> calls_ = {
       [this](HDC) { Keep(CreatePen(N() % 9, N(), U())); },
       [this](HDC) { Keep(CreateSolidBrush(U())); },
-      [this](HDC) { Keep(NewFont(Below(40) - 20, Below(3) * 4, Below(2) == 0 ? 900 : N())); },
+      [this](HDC) { Keep(NewFont(N(), Below(3) * 4, Below(2) == 0 ? 900 : N())); },
       [this](HDC dc) { Keep(CreateCompatibleBitmap(dc, Below(40) - 2, Below(40) - 2)); },
       [this](HDC) { Keep(CreateRectRgn(N(), N(), N(), N())); },
       [this](HDC dc) { Keep(CreateCompatibleDC(dc)); },
