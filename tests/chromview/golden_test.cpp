@@ -191,6 +191,19 @@ const Scene kScenes[] = {
        g.AddHumps("a");
        g.AddTwoPeaks();
        Host().developer = true;
+       g.view.t0 = 2.5;
+     }},
+    // The period grows while the marks lie left of the view.
+    {"goes_on_from_the_left", View::kPerPixel, TChromRender::kPassIncremental,
+     [](Stage& g) {
+       TestChannel& grown = g.AddHumps("a");
+       grown.lastDrawnIndex = 31;
+       grown.lastDrawnX = -1;
+       g.view.t0 = 5;
+       g.chrom.state = 5;
+       Host().onCall = [&grown](const std::string& call) {
+         if (call == "UpdateCyctimeRT") grown.samplePeriod = 0.5F;
+       };
      }},
     {"incremental", View::kBaselines | View::kNameList | 3, TChromRender::kPassIncremental,
      [](Stage& g) {

@@ -20,51 +20,6 @@ std::vector<LONG> RegularTimes(int count, int stepMs, int startMs = 0) {
   return times;
 }
 
-TEST_F(ChromView, PathsAndMarks) {
-  const int perPixel = THoldWindow::kPerPixel;
-  const int exact = THoldWindow::kExact;
-  // Ten samples of 0 … 9 counts; the trace begins at (0, 284).
-  const struct {
-    const char* name;
-    int flags;
-    double to;  // seconds over 400 pixels
-    bool table;
-    LONG right;  // of the painted rectangle
-    std::string points;
-    LONG markIndex, markX;
-  } cases[] = {
-      {"one per sample", perPixel, 25, false, 400,
-       "0,284 4,283 8,282 12,281 16,280 20,279 24,278 28,277 32,276 36,275 ", 10, 36},
-      // The first sample right of the end is drawn, too, and all counts as done.
-      {"stops behind the edge", perPixel, 25, false, 5, "0,284 4,283 8,282 ", 10, 8},
-      // 2.5 samples per pixel: samples 0, 2, 5, 7.
-      {"one per pixel", perPixel, 250, false, 400, "0,284 1,282 2,279 3,277 ", 8, 3},
-      // 0 | 1-3 | 4-5 | 6-8 | 9 is not at a new column.
-      {"envelope", perPixel, 250, true, 400,
-       "0,284 1,282 1,283 1,281 1,282 2,279 2,280 2,279 3,277 3,278 3,276 3,277 ", 8, 3},
-      // The reducers leave the index alone; exact wins over per pixel.
-      {"exact", exact | perPixel, 250, false, 400,
-       "0,284 0,283 0,284 0,282 1,281 1,280 2,279 2,278 2,279 2,277 3,276 3,275 ", 7, 0},
-      {"averaged", 0, 250, false, 400, "0,283 1,280 2,278 3,276 ", 7, 0},
-  };
-  TestChannel& tested = AddChannel("a", Ramp(10));
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    tested.Times(RegularTimes(c.table ? 10 : 0, 250));
-    tested.lastDrawnIndex = 7;
-    tested.lastDrawnX = -5;
-    view.flags = static_cast<WORD>(c.flags);
-    view.t1 = c.to;
-    std::string points;
-    for (const POINT& p : TracePoints(Draw(0, {0, 0, c.right, 300}))) {
-      points += std::to_string(p.x) + "," + std::to_string(p.y) + " ";
-    }
-    EXPECT_EQ(points, c.points);
-    EXPECT_EQ(+tested.lastDrawnIndex, c.markIndex);
-    EXPECT_EQ(+tested.lastDrawnX, c.markX);
-  }
-}
-
 TEST_F(ChromView, RepaintedPartsLieOnTheWholeTrace) {
   TestChannel& tested = AddChannel("a", Ramp(2000));
   view.t1 = 350;  // 1250 ms per column between the strips
@@ -81,47 +36,6 @@ TEST_F(ChromView, RepaintedPartsLieOnTheWholeTrace) {
       for (const POINT& p : part) elsewhere += p.x > left + 1 && !whole.contains({p.x, p.y});
       EXPECT_EQ(elsewhere, 0) << "case " << i << " from " << left;
     }
-  }
-}
-
-TEST_F(ChromView, RangeOfTheView) {
-  const struct {
-    const char* name;
-    double t0;
-    std::vector<LONG> times;
-    int flags;
-    LONG markIndex, markX;
-    float period;
-    int firstX;  // of the trace; −1000: none
-  } cases[] = {
-      {"starts before the data", -2.5, {}, 0, 0, 0, 0.25F, 40},
-      {"starts in the data", 5, {}, 0, 0, 0, 0.25F, -4},
-      {"starts behind the data", 30, {}, 0, 0, 0, 0.25F, -1000},
-      {"goes on at the marks", 0, {}, 2, 31, 120, 0.25F, 116},
-      {"marks left of the view", 5, {}, 2, 31, -1, 0.25F, -4},
-      {"marks left of a view before the data", -5, {}, 2, 31, -1, 0.25F, -1000},
-      {"nothing drawn before", 0, {}, 2, 0, 0, 0.25F, -1000},
-      {"table before the view", 5, RegularTimes(100, 50), 0, 0, 0, 0.25F, -1},
-      {"table starts in the view", 0, RegularTimes(100, 250, 2000), 0, 0, 0, 0.25F, 32},
-      {"no period of its own", 5, {}, 0, 0, 0, 0, -4},
-      {"updated period", 5, {}, 0, 0, 0, -2, 72},  // sample 19 of 0.25 s at its new place
-  };
-  TestChannel& tested = AddChannel("a", Ramp(100));
-  Host().onCall = [&](const std::string& call) {
-    if (call == "UpdateCyctimeRT") tested.samplePeriod = 0.5F;
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    tested.Times(c.times);
-    tested.samplePeriod = c.period;
-    tested.lastDrawnIndex = c.markIndex;
-    tested.lastDrawnX = c.markX;
-    chrom.state = c.period < 0 ? 5 : 1;
-    view.flags = THoldWindow::kPerPixel;
-    view.t0 = c.t0;
-    view.t1 = c.t0 + 25;
-    const std::vector<POINT> points = TracePoints(Draw(c.flags));
-    EXPECT_EQ(points.empty() ? -1000 : points.front().x, c.firstX);
   }
 }
 
@@ -148,10 +62,9 @@ struct Columns {
 
 // A run that grows while it is shown leaves no gap and touches only columns that drawing it at once
 // would touch. What holds for y depends on the path:
-// - one point per sample: the same points;
-// - one sample per column: the same where the samples per column are a whole number. Otherwise each
-//   pass goes on from a truncated sample number and the trace falls behind, less than a sample each
-//   time, and is never ahead;
+// - the same points where a column has a whole number of samples, or a sample several columns;
+// - otherwise each pass goes on from a truncated sample number and the trace falls behind, less
+//   than a sample each time, and is never ahead;
 // - envelope: at least the same range. Columns at which a pass went on get single samples, too, of
 //   the neighbouring columns.
 TEST_F(ChromView, AcquisitionInAThousandPieces) {
@@ -160,12 +73,12 @@ TEST_F(ChromView, AcquisitionInAThousandPieces) {
   std::iota(rising.begin(), rising.end(), 0);
   TestChannel& tested = AddChannel("a", rising);
   view.flags = THoldWindow::kPerPixel;
-  enum Path { kEverySample, kOnePerColumn, kLagging, kEnvelope };
+  enum Path { kSame, kLagging, kEnvelope };
   const struct {
     double samplesPerColumn;
     Path path;
-  } cases[] = {{0.0625, kEverySample}, {0.5, kEverySample}, {1, kEverySample}, {2, kOnePerColumn},
-               {2.5, kLagging},        {12.5, kLagging},    {2.5, kEnvelope},  {12.5, kEnvelope}};
+  } cases[] = {{0.0625, kSame}, {0.5, kSame},     {1, kSame},       {2, kSame},
+               {2.5, kLagging}, {12.5, kLagging}, {2.5, kEnvelope}, {12.5, kEnvelope}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.samplesPerColumn);
     tested.lastDrawnIndex = 0;
@@ -194,8 +107,7 @@ TEST_F(ChromView, AcquisitionInAThousandPieces) {
       ASSERT_TRUE(whole.samples.contains(x)) << x;
       const std::set<LONG>& wanted = whole.samples[x];
       switch (c.path) {
-        case kEverySample:
-        case kOnePerColumn:
+        case kSame:
           ASSERT_EQ(drawn, wanted) << x;
           break;
         case kLagging:
