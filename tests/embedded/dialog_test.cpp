@@ -1,7 +1,6 @@
 // Life of dialog objects, their results, missing resources.
 #include "elugraph/host/controls.h"
 #include "embedded/controls/host_module.h"
-#include "embedded/diagnostics.h"
 #include "tests/support/probe.h"
 
 namespace {
@@ -25,7 +24,6 @@ class Plain : public TORVDlg {
     log += " ask";
     return agrees && TORVDlg::CanClose();
   }
-  HWND GetInvalid() override { return invalid; }
   bool ApplyData() override {
     log += " apply";
     return true;
@@ -37,7 +35,6 @@ class Plain : public TORVDlg {
 
   std::string log;
   bool agrees = true;
-  HWND invalid = nullptr;
 };
 
 struct Ended {
@@ -100,12 +97,10 @@ TEST_P(DialogEnds, ReportOnceAndThenEndTheObject) {
 
 const EndCase kAllDialogEnds[] = {
     {"Ok", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask apply", IDOK},
-    {"Enter", [](auto& desk, HWND) { desk.Key(VK_RETURN); }, " ask apply", IDOK},
     {"Refused", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDOK)); }, " ask", 0, false},
     {"CancelIsNotAsked", [](auto& desk, HWND w) { desk.Click(GetDlgItem(w, IDCANCEL)); }, "",
      IDCANCEL, false},
     {"Closed", [](auto& desk, HWND w) { desk.Close(w); }, "", IDCANCEL},
-    {"Destroyed", [](auto&, HWND w) { DestroyWindow(w); }, "", IDCANCEL},
     {"EndsItselfInACommand", [](auto&, HWND w) { PostMessageA(w, WM_COMMAND, 99, 0); }, "",
      IDCANCEL},
     // A second answer on its way must not take the data twice.
@@ -116,70 +111,7 @@ const EndCase kAllDialogEnds[] = {
        PostMessageA(w, WM_COMMAND, IDCANCEL, 0);
      },
      " ask apply", IDOK},
-    {"OtherNotificationsAreNoAnswer",
-     [](auto&, HWND w) { SendMessageA(w, WM_COMMAND, MAKEWPARAM(IDOK, EN_CHANGE), 0); }, "", 0},
     {"ParentGone", [](auto&, HWND w) { DestroyWindow(GetParent(w)); }, "", IDCANCEL}};
 INSTANTIATE_TEST_SUITE_P(All, DialogEnds, testing::ValuesIn(kAllDialogEnds), CaseName());
-
-TEST_F(HostDialogs, InvalidContentKeepsTheDialogOpenAndGetsTheFocus) {
-  auto* dialog = new Plain(nullptr);
-  const HWND window = dialog->Create(-1);
-  PostExecute(window, nullptr, nullptr, true);
-  dialog->invalid = GetDlgItem(window, IDCANCEL);
-  desk.Click(GetDlgItem(window, IDOK));
-  EXPECT_TRUE(IsWindow(window));
-  EXPECT_EQ(GetFocus(), dialog->invalid);
-  EXPECT_EQ(dialog->log, " setup ask");
-  DestroyWindow(window);
-  EXPECT_EQ(alive, 0);
-}
-
-TEST_F(HostDialogs, DeletingAnObjectTakesItsWindowAlong) {
-  auto* dialog = new Plain(nullptr);
-  const HWND window = dialog->Create(5);
-  EXPECT_TRUE(IsWindowVisible(window));
-  EXPECT_EQ(dialog->Create(-1), window);
-  delete dialog;
-  EXPECT_FALSE(IsWindow(window));
-}
-
-TEST_F(HostDialogs, ModalRunsReturnTheResultAndLeaveTheObject) {
-  Plain dialog(nullptr);
-  desk.Then([&] { desk.Key(VK_RETURN); });
-  EXPECT_EQ(dialog.Execute(), IDOK);
-  EXPECT_EQ(dialog.hwnd, nullptr);
-  EXPECT_EQ(alive, 1);
-}
-
-TEST_F(HostDialogs, AnObjectWhoseWindowCannotBeMadeEnds) {
-  const HWND stale = Top("stale");
-  DestroyWindow(stale);
-  EXPECT_EQ((new Plain(stale))->Create(-1), nullptr);
-  EXPECT_EQ(alive, 0);
-  EXPECT_EQ(PostExecute(nullptr, Ended::Callback, nullptr, true), nullptr);
-  EXPECT_EQ(PostExecute(Top("no dialog"), nullptr, nullptr, true), nullptr);
-  Plain local(stale);
-  EXPECT_EQ(local.Execute(), 0);
-  EXPECT_EQ(alive, 1);
-}
-
-TEST_F(HostDialogs, MissingResourcesAreReported) {
-  std::string lines;
-  const auto before =
-      embedded::SetLogSink([&](std::string_view line) { lines += std::string(line) + ";"; });
-  const HMODULE module = ui::RegisterModule("names");
-  ui::AddString(module, 5, "five");
-  ui::AddIcon(module, "Icon", {ui::ImageFromRows({"#"}, {0, 0})});
-  ui::AddDialog(module, MAKEINTRESOURCEA(embedded::kPathEditorDialog), {});
-  const ResIdCheck own(embedded::kPathEditorDialog, module, RT_DIALOG);
-  const ResIdCheck hosts(embedded::kColorScaleDialog, module, RT_DIALOG);
-  const ResIdCheck text(5, module, RT_STRING), icon("ICON", module, RT_ICON);
-  EXPECT_EQ(lines, "");
-  EXPECT_EQ(own.module, module);
-  EXPECT_EQ(hosts.module, embedded::HostModule());
-  const ResIdCheck a(6, module, RT_STRING), b("none", module, RT_DIALOG), c(70000, nullptr, "TYPE");
-  EXPECT_EQ(lines, "string 6: not found;dialog none: not found;resource TYPE 0: not found;");
-  embedded::SetLogSink(before);
-}
 
 }  // namespace

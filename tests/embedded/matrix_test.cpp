@@ -39,12 +39,9 @@ TEST(Matrix, DividingTheIdentityInverts) {
 }
 
 TEST(Matrix, RaisesWhatCannotBeDivided) {
-  TDoubleMatrix left(2, 2), singular(2, 2), zero(2, 2), wide(2, 3), infinite(2, 2);
+  TDoubleMatrix left(2, 2), singular(2, 2), wide(2, 3);
   singular[0][0] = 1.0, singular[0][1] = 2.0, singular[1][0] = 2.0, singular[1][1] = 4.0;
-  infinite[0][0] = infinite[1][1] = INFINITY;
   EXPECT_THROW(left /= singular, std::domain_error);
-  EXPECT_THROW(left /= zero, std::domain_error);
-  EXPECT_THROW(left /= infinite, std::domain_error);
   EXPECT_THROW(left /= wide, std::invalid_argument);
 }
 
