@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::size_t kMinSamples = 5;
 constexpr std::size_t kMaxPeaks = 0xFFFF;
+constexpr double kFootPart = 0.25;  // of a peak's height
+constexpr double kNarrowFactor = 2.0;
 
 using Index = std::ptrdiff_t;
 
@@ -18,6 +20,17 @@ using Index = std::ptrdiff_t;
 double LargestNoise(std::size_t samples, int halfWindow) {
   const double independent = static_cast<double>(samples) / (halfWindow + 1.0);
   return std::sqrt(2.0 * std::log(std::max(independent, 20.0)));
+}
+
+// Samples of the peak above its foot.
+Index SamplesOf(const std::vector<double>& signal, const Candidate& peak) {
+  const auto at = [&](Index i) { return signal[static_cast<std::size_t>(i)]; };
+  const double foot = at(peak.apex) - (1.0 - kFootPart) * peak.prominence;
+  Index first = peak.apex;
+  Index last = peak.apex;
+  while (first > 0 && at(first - 1) > foot) --first;
+  while (last + 1 < static_cast<Index>(signal.size()) && at(last + 1) > foot) ++last;
+  return last - first + 1;
 }
 
 // The highest raw sample near the smoothed apex.
@@ -72,7 +85,10 @@ std::vector<PeakRecord> DetectPeaks(std::span<const LONG> samples,
       FindCandidates(smoothed.signal, std::max(factor * smoothed.noise, options.minHeight));
   const NoiseByWidth noise(smoothed);
   std::erase_if(peaks, [&](const Candidate& peak) {
-    return peak.Width() < options.minWidth || peak.prominence < factor * noise.At(peak.Width());
+    const double least = factor * noise.At(peak.Width());
+    if (peak.Width() >= options.minWidth) return peak.prominence < least;
+    return peak.prominence < kNarrowFactor * least ||
+           SamplesOf(smoothed.signal, peak) < options.minSamples;
   });
   KeepHighest(peaks);
   return Records(samples, smoothed, peaks, options.skimRatio);

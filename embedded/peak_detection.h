@@ -37,8 +37,10 @@ namespace embedded {
 struct DetectionOptions {
   double noiseFactor = 2.0;  // noise goes up and down: twice its largest value
   double minHeight = 0.0;    // counts
-  // Peaks narrower than this at half height, in samples, are taken for spikes.
+  // Peaks narrower than this at half height, in samples, are taken for spikes, but for those twice
+  // as high as the noise asks for that have minSamples above a quarter of their height.
   double minWidth = 2.5;
+  int minSamples = 3;
   double skimRatio = 10.0;
 };
 

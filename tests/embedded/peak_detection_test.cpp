@@ -128,6 +128,30 @@ TEST(PeakDetection, NoiseAndDriftAloneHaveNone) {
   }
 }
 
+// Traces whose peaks take three samples lost them as spikes.
+TEST(PeakDetection, SpikesAndNarrowPeaks) {
+  const struct {
+    std::vector<LONG> top;
+    std::size_t found;
+  } cases[] = {
+      {{1 << 30}, 0},
+      {{90'000, 100'000}, 0},
+      {{5'000, 100'000, 4'000}, 0},
+      {{54'000, 100'000, 44'000}, 1},
+  };
+  for (const auto& c : cases) {
+    std::vector<LONG> trace = Trace(2000, {}, 20.0, 0, 3);
+    for (std::size_t i = 0; i < c.top.size(); ++i) trace[1000 + i] += c.top[i];
+    // What sets the window of smoothing: none.
+    for (std::size_t at = 100; at < 900; at += 100) {
+      for (std::size_t i = 0; i < 3; ++i) trace[at + i] += i == 1 ? 100'000 : 50'000;
+    }
+    std::vector<PeakRecord> peaks = DetectPeaks(trace);
+    std::erase_if(peaks, [](const PeakRecord& peak) { return peak.apex < 950; });
+    EXPECT_EQ(peaks.size(), c.found) << c.top[0];
+  }
+}
+
 // What the drawing relies on, whatever the data: sorted limits inside the trace.
 TEST(PeakDetection, LimitsAreInOrderOnRandomWalks) {
   std::mt19937 random(5);
