@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -15,8 +17,9 @@ namespace app {
 namespace {
 
 constexpr std::size_t kNameRoom = sizeof(TChannel::name) - 1;
-constexpr LONG kApexSlack = 2;  // samples
-constexpr LONG kApexPart = 10;  // of a peak's width: one
+constexpr LONG kApexSlack = 2;     // samples
+constexpr LONG kApexPart = 10;     // of a peak's width: one
+constexpr double kTopPart = 0.99;  // of a peak's height: what is its top
 
 // True for a peak that has a component whatever the retention windows say.
 bool HasComponent(const RunData& run, const Peak& peak) {
@@ -68,13 +71,20 @@ std::string FaultOf(const std::vector<Trace>& traces,
   return {};
 }
 
-// The highest sample near a time, of those up to `reach` away.
-LONG ApexIndex(const TChannel& channel, LONG near, LONG reach) {
-  const LONG count = channel.sampleCount;
+// Of the samples up to `reach` away from a time the nearest one that is about as high above `foot`
+// as the highest.
+LONG ApexIndex(std::span<const LONG> samples, LONG near, LONG reach, LONG foot) {
+  const auto at = [&samples](LONG index) { return samples[static_cast<std::size_t>(index)]; };
   const LONG first = std::max<LONG>(near - reach, 0);
-  const LONG last = std::min<LONG>(near + reach, count - 1);
-  return static_cast<LONG>(std::max_element(channel.samples + first, channel.samples + last + 1) -
-                           channel.samples);
+  const LONG last = std::min<LONG>(near + reach, static_cast<LONG>(samples.size()) - 1);
+  const auto begin = samples.begin();
+  const LONG highest = static_cast<LONG>(std::max_element(begin + first, begin + last + 1) - begin);
+  const double top = foot + kTopPart * (static_cast<double>(at(highest)) - foot);
+  LONG apex = highest;
+  for (LONG i = first; i <= last; ++i) {
+    if (at(i) >= top && std::abs(i - near) < std::abs(apex - near)) apex = i;
+  }
+  return apex;
 }
 
 // Apexes of the smoothed trace: up to the maximum of the trace itself.
@@ -124,12 +134,14 @@ class PeakTable {
   void Add(const Peak& peak, std::size_t component) {
     PeakRecord record{};
     LONG reach = kApexSlack * static_cast<LONG>(grid_.step);
+    LONG foot = std::numeric_limits<LONG>::max();  // nothing but the highest sample
     if (peak.startS && peak.endS) {
       record.start = host_.IndexAt(channel_, *peak.startS);
       record.end = host_.IndexAt(channel_, *peak.endS);
       reach = std::max(reach, (record.end - record.start) / kApexPart);
+      foot = std::max(record_.samples[record.start], record_.samples[record.end]);
     }
-    record.apex = ApexIndex(record_, host_.IndexAt(channel_, peak.apexS), reach);
+    record.apex = ApexIndex(samples_, host_.IndexAt(channel_, peak.apexS), reach, foot);
     if (peak.startS && peak.endS) {
       record.start = std::min(record.start, record.apex);
       record.end = std::max(record.end, record.apex);

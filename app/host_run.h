@@ -24,11 +24,12 @@ ShortName Shorten(const std::string& name, std::size_t number);
 embedded::RunRef HostRun(const RunData& run, std::string& error);
 
 // Gives every channel its peaks: those of `run`, or detected ones, as `source` says. Marks of the
-// records are sample indices: an apex moves to the highest sample within two samples of its time,
-// or a tenth of its peak's width. Peaks without limits take those of the detected peak around them,
-// else only their apex is marked. A peak of a name or an amount gets a component of the host run,
-// which keeps the name. Channels whose records cannot place peaks to within `pixelS` get none, and
-// a note is added to `run`.
+// records are sample indices: an apex moves to the top of its peak, as far as that lies within two
+// samples of its time or a tenth of the peak's width: to the highest sample or, where the limits
+// are known, to the nearest one of about that height. Peaks without limits take those of the
+// detected peak around them, else only their apex is marked. A peak of a name or an amount gets a
+// component of the host run, which keeps the name. Channels whose records cannot place peaks to
+// within `pixelS` get none, and a note is added to `run`.
 void SetPeaks(RunData& run, embedded::Run& host, PeakSource source, double pixelS);
 
 // Components of the host run, in this order: one for each peak with a name or an amount, in the
