@@ -56,6 +56,10 @@ void AddChannelBoxes(Plot& plot, std::vector<RECT>& boxes) {
   const LONG gap = plot.render.charHeight / 3 / 2;
   LONG lowest = 0;
   for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
+    if (!plot.names.empty()) {
+      boxes.push_back(plot.names[c].box);
+      continue;
+    }
     const SIZE extent = ExtentOf(plot.hdc, NameText(plot.Channel(c)));
     if (IsList(plot)) {
       boxes.push_back(BoxAt(plot.view.x0 + plot.render.charWidth, ListTop(plot, c), extent));
@@ -89,8 +93,8 @@ bool HaveRoom(Plot& plot, const std::vector<TraceBands>& bands) {
          });
 }
 
-// Where the labels of the highest peaks go, with their ticks.
-std::vector<RECT> MajorLabels(Plot& plot) {
+// Where the labels go, with their ticks, of peaks of at least `part` of the highest one.
+std::vector<RECT> LabelBoxes(Plot& plot, double part) {
   std::vector<LabelBox> labels;
   double highest = 0;
   for (int k = 1; plot.LabelMode() != 0 && k <= plot.host.peaks.count; ++k) {
@@ -99,71 +103,122 @@ std::vector<RECT> MajorLabels(Plot& plot) {
   }
   std::vector<RECT> boxes;
   for (LabelBox& label : labels) {
-    if (label.weight < kMajorPart * highest) continue;
+    if (label.weight < part * highest) continue;
     label.box.bottom += plot.render.charHeight;
     boxes.push_back(label.box);
   }
   return boxes;
 }
 
+bool OverlapsAny(const RECT& box, const std::vector<RECT>& others) {
+  return std::any_of(others.begin(), others.end(),
+                     [&](const RECT& other) { return Overlap(box, other); });
+}
+
 bool MajorLabelsHaveRoom(Plot& plot) {
-  const std::vector<RECT> labels = MajorLabels(plot);
+  const std::vector<RECT> labels = LabelBoxes(plot, kMajorPart);
   const std::vector<RECT> names = NameBoxes(plot);
-  return std::none_of(labels.begin(), labels.end(), [&](const RECT& label) {
-    return std::any_of(names.begin(), names.end(),
-                       [&](const RECT& name) { return Overlap(label, name); });
-  });
+  return std::none_of(names.begin(), names.end(),
+                      [&](const RECT& name) { return OverlapsAny(name, labels); });
 }
 
 // What is done so that names find room.
 enum class Room {
   kNothing,
   kBelowAuxiliary,  // auxiliary traces are lower
+  kElsewhere,       // likewise, and a list where there is room
   kAbove,           // traces are lower
-  kInFront,         // the time axis begins earlier
-  kBeforeZero,      // even before the file's zero
+  kBehind,          // a list behind the time axis' last time
 };
 
-// How much earlier the view must begin so that the names fit in front of the traces.
-double NamesS(Plot& plot) {
+// Width of the list of names with a margin at either side.
+LONG ListWidth(Plot& plot) {
   LONG widest = 0;
-  for (const RECT& box : NameBoxes(plot)) widest = std::max(widest, box.right - plot.view.x0);
-  const LONG columns = plot.render.width - plot.render.rightReserve - plot.view.x0;
-  if (2 * widest > columns) return 0;
-  return (plot.view.t1 - plot.view.t0) * widest / (columns - widest);
+  const HGDIOBJ previous = SelectObject(plot.hdc, plot.font.Handle());
+  for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
+    widest = std::max<LONG>(widest, ExtentOf(plot.hdc, NameText(plot.Channel(c))).cx);
+  }
+  SelectObject(plot.hdc, previous);
+  return widest + 2 * plot.render.charWidth;
 }
 
-// False where that is not possible. `startS`: where the view begins without it.
-bool MakeRoom(Plot& plot, Room room, double startS) {
+// How much later the view must end so that the list fits behind the traces.
+double ListS(Plot& plot) {
+  const LONG width = ListWidth(plot);
+  const LONG columns = plot.render.width - plot.render.rightReserve - plot.view.x0;
+  if (2 * width > columns) return 0;
+  return (plot.view.t1 - plot.view.t0) * width / (columns - width);
+}
+
+// False where that is not possible. `endS`: where the view ends without it.
+bool MakeRoom(Plot& plot, Room room, double endS) {
   const LONG line = plot.render.charHeight;
   const LONG lines = static_cast<LONG>(plot.run.channels.size()) * line + line / 2;
-  plot.view.t0 = startS;
-  plot.auxHeadroom = room == Room::kBelowAuxiliary ? kAuxHighHeadroom : kAuxHeadroom;
+  plot.view.t1 = endS;
+  plot.auxHeadroom =
+      room == Room::kBelowAuxiliary || room == Room::kElsewhere ? kAuxHighHeadroom : kAuxHeadroom;
   plot.signalHeadroomPx = room == Room::kAbove ? lines : 0;
   plot.render.scalewindow();
   switch (room) {
     case Room::kNothing:
+    case Room::kElsewhere:
       return true;
     case Room::kBelowAuxiliary:
       return !plot.run.auxiliary.empty();
     case Room::kAbove:
       return kMaxListPart * plot.view.plotHeight > lines;
-    case Room::kInFront:
-    case Room::kBeforeZero:
+    case Room::kBehind:
       break;
   }
-  if (plot.options.fromS || !plot.run.auxiliary.empty()) return false;
-  plot.SetFlags(THoldWindow::kNameList, true);
-  plot.view.t0 = startS - NamesS(plot);
+  if (plot.options.toS) return false;
+  plot.view.t1 = endS + ListS(plot);
   plot.render.scalewindow();
-  return plot.view.t0 < startS && (room == Room::kBeforeZero || plot.view.t0 + plot.OffsetS() >= 0);
+  return plot.view.t1 > endS;
+}
+
+// A list clear of traces, of labels, if they matter, and of the auxiliary names: as far up as
+// possible, and there as far right.
+bool PlaceList(Plot& plot, const std::vector<TraceBands>& bands, bool besideLabels) {
+  const LONG line = plot.render.charHeight;
+  const LONG margin = plot.render.charWidth;
+  const SIZE size{ListWidth(plot), static_cast<LONG>(plot.run.channels.size()) * line};
+  plot.SetFlags(THoldWindow::kNameList, true);
+  std::vector<RECT> taken;
+  const HGDIOBJ previous = SelectObject(plot.hdc, plot.font.Handle());
+  AddAuxiliaryBoxes(plot, taken);
+  SelectObject(plot.hdc, previous);
+  for (const RECT& box : taken) {
+    if (IsCrossed(box, bands)) return false;
+  }
+  if (besideLabels) {
+    const std::vector<RECT> labels = LabelBoxes(plot, 0);
+    taken.insert(taken.end(), labels.begin(), labels.end());
+  }
+  for (LONG top = line / 2; top + size.cy <= plot.view.plotBottom; top += line) {
+    for (LONG left = plot.render.width - plot.render.rightReserve - size.cx; left >= plot.view.x0;
+         left -= margin) {
+      const RECT box{left, top, left + size.cx, top + size.cy};
+      if (IsCrossed(box, bands) || OverlapsAny(box, taken)) continue;
+      for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
+        const LONG y = top + static_cast<LONG>(c) * line;
+        plot.names.push_back(
+            {NameText(plot.Channel(c)), {left + margin, y, left + size.cx - margin, y + line}});
+      }
+      return true;
+    }
+  }
+  return false;
 }
 
 // Tries the ways of writing names in the room that there is, beside the labels of the highest peaks
 // too where that is asked for.
-bool FindRoom(Plot& plot, bool besideLabels) {
+bool FindRoom(Plot& plot, Room room, bool besideLabels) {
+  plot.names.clear();
   Fit(plot);
   const std::vector<TraceBands> bands = BandsOf(plot, true);
+  if (room == Room::kElsewhere || room == Room::kBehind) {
+    return PlaceList(plot, bands, besideLabels);
+  }
   for (const bool list : {false, true}) {
     plot.SetFlags(THoldWindow::kNameList, list);
     if (HaveRoom(plot, bands) && (!besideLabels || MajorLabelsHaveRoom(plot))) return true;
@@ -190,7 +245,7 @@ void ChooseNames(Plot& plot) {
     Fit(plot);
     return;
   }
-  const double startS = plot.view.t0;
+  const double endS = plot.view.t1;
   std::vector<const char*> descriptions;
   for (LONG i = 0; i < plot.host.channels.count; ++i) {
     // Copied: a record's field is not aligned.
@@ -198,7 +253,7 @@ void ChooseNames(Plot& plot) {
     descriptions.push_back(description);
   }
   const auto findRoom = [&](Room room, bool besideLabels) {
-    return MakeRoom(plot, room, startS) && FindRoom(plot, besideLabels);
+    return MakeRoom(plot, room, endS) && FindRoom(plot, room, besideLabels);
   };
   for (const bool besideLabels : {true, false}) {
     for (const bool whole : {true, false}) {
@@ -206,16 +261,41 @@ void ChooseNames(Plot& plot) {
         plot.host.channels.At(i)->description =
             whole ? descriptions[static_cast<std::size_t>(i)] : "";
       }
+      // Where colours repeat, names tell their traces by their places.
+      const bool byColour = plot.run.channels.size() <= kColours || !whole;
       for (const Room room :
-           {Room::kNothing, Room::kBelowAuxiliary, Room::kAbove, Room::kInFront}) {
+           {Room::kNothing, Room::kBelowAuxiliary, Room::kElsewhere, Room::kAbove}) {
+        if (room == Room::kElsewhere && !byColour) continue;
         if (findRoom(room, besideLabels)) return;
       }
     }
   }
-  if (findRoom(Room::kBeforeZero, false)) return;
+  if (findRoom(Room::kBehind, false)) return;
   plot.SetFlags(THoldWindow::kNameList, false);
-  MakeRoom(plot, Room::kNothing, startS);
+  MakeRoom(plot, Room::kNothing, endS);
   Fit(plot);
+}
+
+void HidePlacedNames(Plot& plot) {
+  for (std::size_t c = 0; c < plot.names.size(); ++c) {
+    plot.Channel(c).name[0] = '\0';
+    plot.Channel(c).description = "";
+  }
+}
+
+void WritePlacedNames(Plot& plot) {
+  SaveDC(plot.hdc);
+  SelectObject(plot.hdc, plot.font.Handle());
+  SetTextAlign(plot.hdc, TA_LEFT | TA_TOP);
+  SetBkMode(plot.hdc, TRANSPARENT);
+  for (std::size_t c = 0; c < plot.names.size(); ++c) {
+    if (plot.render.markMode != 0 && c != plot.Current()) continue;
+    const PlacedName& name = plot.names[c];
+    SetTextColor(plot.hdc, plot.Colour(c));
+    TextOutA(plot.hdc, name.box.left, name.box.top, name.text.c_str(),
+             static_cast<int>(name.text.size()));
+  }
+  RestoreDC(plot.hdc, -1);
 }
 
 }  // namespace app

@@ -24,6 +24,23 @@ double WidthOfRange(const TChannel& channel) {
          static_cast<double>(channel.unitsPerCount);
 }
 
+// Of the first channel's unit and at least half the widest range.
+std::vector<std::size_t> WideChannels(const Plot& plot) {
+  std::vector<std::size_t> wide;
+  double widest = 0;
+  for (std::size_t i = 0; i < plot.run.channels.size(); ++i) {
+    if (!plot.SameUnit(i, 0)) continue;
+    widest = std::max(widest, WidthOfRange(plot.Channel(i)));
+    wide.push_back(i);
+  }
+  std::erase_if(wide, [&](std::size_t i) { return WidthOfRange(plot.Channel(i)) < widest / 2; });
+  return wide;
+}
+
+bool CanShowPeaks(const Plot& plot, std::size_t channel) {
+  return plot.host.PeakPlacementErrorSec(static_cast<int>(channel)) <= plot.view.timePerPixel;
+}
+
 // From the channel's zero to its highest visible sample, in signal units.
 double RangeInView(const Plot& plot, std::size_t index) {
   const TChannel& channel = plot.Channel(index);
@@ -157,24 +174,19 @@ bool SetCurrent(Plot& plot, std::string& error) {
     plot.host.SetCurrentChannel(static_cast<int>(found.front()));
     return true;
   }
-  double widest = 0;
-  for (std::size_t i = 0; i < traces.size(); ++i) {
-    if (plot.SameUnit(i, 0)) widest = std::max(widest, WidthOfRange(plot.Channel(i)));
-  }
-  const auto find = [&](bool placed) {
-    std::size_t i = 0;
-    while (i < traces.size() &&
-           !(plot.SameUnit(i, 0) && WidthOfRange(plot.Channel(i)) >= widest / 2 &&
-             (!placed ||
-              plot.host.PeakPlacementErrorSec(static_cast<int>(i)) <= plot.view.timePerPixel))) {
-      ++i;
-    }
-    return i;
-  };
-  std::size_t current = find(true);
-  if (current == traces.size()) current = find(false);
-  plot.host.SetCurrentChannel(static_cast<int>(current));
+  const std::vector<std::size_t> wide = WideChannels(plot);
+  const auto placed =
+      std::find_if(wide.begin(), wide.end(), [&](std::size_t i) { return CanShowPeaks(plot, i); });
+  plot.host.SetCurrentChannel(static_cast<int>(placed != wide.end() ? *placed : wide.front()));
   return true;
+}
+
+std::vector<std::size_t> OtherCurrents(const Plot& plot) {
+  if (!plot.options.currentChannel.empty()) return {};
+  std::vector<std::size_t> others = WideChannels(plot);
+  std::erase_if(others,
+                [&](std::size_t i) { return i == plot.Current() || !CanShowPeaks(plot, i); });
+  return others;
 }
 
 void Fit(Plot& plot) {

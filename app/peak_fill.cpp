@@ -14,13 +14,13 @@ COLORREF Mean(COLORREF a, COLORREF b) {
   return ((a >> 1) & kHighBits) + ((b >> 1) & kHighBits) + (a & b & 0x010101);
 }
 
-// A brush, without a pen, for as long as it lives.
+// A brush and a pen, which the caller keeps, for as long as it lives.
 class Filling {
  public:
-  Filling(HDC hdc, COLORREF colour) : hdc_(hdc), brush_(CreateSolidBrush(colour)) {
+  Filling(HDC hdc, COLORREF colour, HGDIOBJ pen) : hdc_(hdc), brush_(CreateSolidBrush(colour)) {
     SaveDC(hdc_);
     SelectObject(hdc_, brush_);
-    SelectObject(hdc_, GetStockObject(NULL_PEN));
+    SelectObject(hdc_, pen);
   }
   Filling(const Filling&) = delete;
   Filling& operator=(const Filling&) = delete;
@@ -82,9 +82,8 @@ class Outline {
 };
 
 void FillChannel(Plot& plot, std::size_t channel) {
-  const int slot = static_cast<int>(channel % 8);
-  const Filling filling(
-      plot.hdc, Mean(plot.view.colours.back(), plot.view.colours.chan(slot, ChromColor::none)));
+  const Filling filling(plot.hdc, Mean(plot.view.colours.back(), plot.Colour(channel)),
+                        GetStockObject(NULL_PEN));
   plot.host.basecalc(static_cast<int>(channel));
   Outline outline(plot, channel);
   for (int k = 1; k <= plot.host.peaks.count; ++k) {
@@ -94,17 +93,50 @@ void FillChannel(Plot& plot, std::size_t channel) {
   }
 }
 
+void DrawArrow(Plot& plot, LONG sample, int kind) {
+  const double time = static_cast<double>(plot.host.sampleInterval) * sample;
+  const int x = static_cast<int>(
+      std::floor(plot.view.x0 + (time - plot.view.t0) / plot.view.timePerPixel + 0.5));
+  plot.render.DrawArrowMarker(plot.hdc, x, plot.Rows(plot.Current()).Pixel(sample), kind,
+                              {plot.render.charWidth, plot.render.charHeight});
+}
+
+void ClipToPlot(Plot& plot) {
+  IntersectClipRect(plot.hdc, plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
+                    plot.render.height);
+}
+
 }  // namespace
 
 void FillPeaks(Plot& plot) {
   SaveDC(plot.hdc);
-  IntersectClipRect(plot.hdc, plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
-                    plot.render.height);
+  ClipToPlot(plot);
   for (std::size_t c = 0; c < plot.run.channels.size(); ++c) {
     if (plot.render.markMode == 0 || c == plot.Current()) FillChannel(plot, c);
   }
   plot.host.recalctime();  // back to the current channel's peaks
   RestoreDC(plot.hdc, -1);
+}
+
+void DrawArrows(Plot& plot) {
+  constexpr int kLeft = 4, kRight = 5, kDown = 6;
+  const int selected = plot.options.selectedPeak;
+  if (plot.options.markers != Markers::kSelected || selected < 1 ||
+      selected > plot.host.peaks.count) {
+    return;
+  }
+  const HPEN pen =
+      CreatePen(PS_SOLID, static_cast<int>(plot.view.thickness[0] * plot.render.charHeight / 100),
+                plot.Colour(plot.Current()));
+  {
+    const Filling arrows(plot.hdc, plot.view.colours.back(), pen);
+    ClipToPlot(plot);
+    const PeakRecord& peak = *plot.host.peaks.At(selected - 1);
+    DrawArrow(plot, peak.start, kLeft);
+    DrawArrow(plot, peak.apex, kDown);
+    DrawArrow(plot, peak.end, kRight);
+  }
+  DeleteObject(pen);
 }
 
 }  // namespace app

@@ -10,4 +10,8 @@ namespace app {
 // points; one of a noisy peak has four in each column.) Needs the plot fitted.
 void FillPeaks(Plot& plot);
 
+// At start, apex and end of the selected peak, where the options ask for its alone: the view would
+// fill that peak too.
+void DrawArrows(Plot& plot);
+
 }  // namespace app

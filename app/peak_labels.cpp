@@ -48,11 +48,14 @@ std::vector<PeakRecord> TableWith(const Plot& plot, const std::vector<LabelBox>&
   WORD next = static_cast<WORD>(noName + 1);
   const double flat = kFlatPx * plot.view.unitsPerPixel /
                       static_cast<double>(plot.Channel(plot.Current()).unitsPerCount);
-  // A label that is a number counts the peaks in front of it.
-  int lastNumber = 0;
+  // A label that is a number counts the peaks in front of it, and so do the options.
+  const DisplayOptions& options = plot.options;
+  const bool byNumber =
+      options.fillFirst > 1 || options.fillLast < plot.host.peaks.count || options.selectedPeak > 0;
+  int lastNumber = byNumber ? plot.host.peaks.count : 0;
   for (int k = 1; k <= plot.host.peaks.count; ++k) {
     const bool vertical = IsVertical(plot, *plot.host.peaks.At(k - 1));
-    if (chosen[static_cast<std::size_t>(k) - 1] && !vertical) lastNumber = k;
+    if (chosen[static_cast<std::size_t>(k) - 1] && !vertical) lastNumber = std::max(lastNumber, k);
   }
   std::vector<PeakRecord> table;
   for (int k = 1; k <= plot.host.peaks.count; ++k) {
@@ -71,6 +74,24 @@ std::vector<PeakRecord> TableWith(const Plot& plot, const std::vector<LabelBox>&
     table.push_back(peak);
   }
   return table;
+}
+
+std::vector<bool> WithRoom(Plot& plot, const std::vector<LabelBox>& boxes, int thinPx) {
+  const RECT area{plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
+                  plot.render.height};
+  return LabelsWithRoom(boxes, BandsOf(plot, false), area, thinPx, NameBoxes(plot),
+                        kSpareComponents - 1);
+}
+
+std::vector<LabelBox> BoxesInView(Plot& plot) {
+  std::vector<LabelBox> boxes;
+  for (int k = 1; plot.LabelMode() != 0 && k <= plot.host.peaks.count; ++k) {
+    const LONG apex = plot.host.peaks.At(k - 1)->apex;
+    if (plot.IsInView(plot.Current(), static_cast<std::size_t>(apex))) {
+      boxes.push_back(BoxOf(plot, k));
+    }
+  }
+  return boxes;
 }
 
 }  // namespace
@@ -109,16 +130,26 @@ LabelBox BoxOf(Plot& plot, int number) {
   return {{x - half, bottom - extent.cy, x + half, bottom}, height};
 }
 
+double LabelledPart(Plot& plot) {
+  const std::vector<LabelBox> boxes = BoxesInView(plot);
+  const std::vector<bool> chosen = WithRoom(plot, boxes, 0);
+  double all = 0;
+  double labelled = 0;
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    const double weight = std::max(boxes[i].weight, 0.0);
+    all += weight;
+    if (chosen[i]) labelled += weight;
+  }
+  return all > 0 ? labelled / all : 1;
+}
+
 void DropCrowdedLabels(Plot& plot) {
   const LONG count = plot.host.peaks.count;
   if (plot.LabelMode() == 0 || count == 0) return;
   std::vector<LabelBox> boxes;
   for (int k = 1; k <= count; ++k) boxes.push_back(BoxOf(plot, k));
-  const RECT area{plot.view.x0, 0, plot.render.width - plot.render.rightReserve,
-                  plot.render.height};
-  const std::vector<bool> chosen = LabelsWithRoom(boxes, BandsOf(plot, false), area,
-                                                  static_cast<int>(plot.render.charHeight / 5),
-                                                  NameBoxes(plot), kSpareComponents - 1);
+  const std::vector<bool> chosen =
+      WithRoom(plot, boxes, static_cast<int>(plot.render.charHeight / 5));
   const bool asTheyAre = plot.LabelMode() != 4 || !NoteUnknownAmounts(plot.run, plot.host);
   if (asTheyAre && std::find(chosen.begin(), chosen.end(), false) == chosen.end()) return;
 

@@ -12,10 +12,14 @@ void SetLabels(Plot& plot);
 // Where the view writes the label of a peak of the current channel, from 1, above its apex.
 LabelBox BoxOf(Plot& plot, int number);
 
+// How much of the current channel's peaks in view, by their heights, has room for a label that
+// nothing crosses; 1 where none is wanted. Needs the names chosen.
+double LabelledPart(Plot& plot);
+
 // Takes away the labels of the current channel's peaks that would be unreadable, those of smaller
 // peaks first, and the amounts that are not known. What remains of a label without room is its
-// tick; peaks too flat to be seen go without it, except in front of a label that is a number. Fits
-// the plot again.
+// tick; peaks too flat to be seen go without it, except in front of a label or an option that is a
+// number. Fits the plot again.
 void DropCrowdedLabels(Plot& plot);
 
 }  // namespace app

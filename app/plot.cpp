@@ -17,6 +17,7 @@ namespace {
 constexpr BYTE kTracePercent = 8;
 constexpr BYTE kAxisPercent = 6;
 constexpr double kLabelFontPart = 0.8;  // of the main font
+constexpr LONG kMarkNothing = 3;        // but draw the current channel alone
 
 }  // namespace
 
@@ -92,15 +93,20 @@ void Plot::SetRenderer() {
                  Scaled(options.heightPx, options) - 2 * marginPx);
   render.SetFonts(font.Handle(), labelFont.Handle());
   render.setFontSize(hdc);
-  render.markMode = static_cast<LONG>(options.markers);
-  // The view fills this one itself, in place of its baseline.
-  render.selectedPeak = options.markers == Markers::kSelected ? options.selectedPeak : 0;
-  render.selectedPeakEnd = 0;
+  // The view would fill a selected peak: it gets its arrows from DrawArrows.
+  render.markMode =
+      options.markers == Markers::kSelected ? kMarkNothing : static_cast<LONG>(options.markers);
+  render.selectedPeak = render.selectedPeakEnd = 0;
 }
 
 bool Plot::IsFilled(int peak) const {
   const int first = options.selectedPeak > 0 ? options.selectedPeak : options.fillFirst;
   return options.fillLast > 0 && first <= peak && peak <= options.fillLast;
+}
+
+COLORREF Plot::Colour(std::size_t channel) const {
+  const bool alone = render.markMode != 0 && run.channels.size() > kColours;
+  return view.colours.chan(alone ? 0 : static_cast<int>(channel % kColours), ChromColor::none);
 }
 
 bool Plot::SameUnit(std::size_t a, std::size_t b) const {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "app/display_options.h"
 #include "app/run_data.h"
@@ -44,6 +45,13 @@ int Scaled(double px, const DisplayOptions& options);
 // Above the auxiliary traces, part of their range.
 inline constexpr double kAuxHeadroom = 0.05;
 
+inline constexpr std::size_t kColours = 8;  // of traces
+
+struct PlacedName {
+  std::string text;
+  RECT box;
+};
+
 // `host` was made of `run`, so that their channels correspond. Both are borrowed, as is the
 // surface. fit.h, channel_names.h and peak_labels.h work on a plot.
 struct Plot {
@@ -54,6 +62,8 @@ struct Plot {
   std::size_t Current() const { return static_cast<std::size_t>(host.curchan()); }
   // Of the peaks of any channel, from 1.
   bool IsFilled(int peak) const;
+  // Of a trace, as the view chooses it.
+  COLORREF Colour(std::size_t channel) const;
   bool SameUnit(std::size_t a, std::size_t b) const;
   int LabelMode() const { return view.flags & THoldWindow::kLabelMode; }
   void SetFlags(WORD bits, bool on);
@@ -73,6 +83,8 @@ struct Plot {
   int marginPx;  // around the renderer's area
   double auxHeadroom = kAuxHeadroom;
   int signalHeadroomPx = 0;  // kept free of the channels' traces
+  // Names of the channels that stand where the view would not write them, which then writes none.
+  std::vector<PlacedName> names;
   OwnedContext context;
   HDC hdc;
   OwnedFont font;

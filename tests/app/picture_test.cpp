@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <utility>
+
 #include "app/demo_run.h"
 #include "app/host_run.h"
 #include "app/label_room.h"
@@ -225,6 +228,69 @@ DisplayOptions Small() {
   options.widthPx = 500;
   options.heightPx = 300;
   return options;
+}
+
+struct Gaussian {
+  double apexS;
+  double height;
+};
+
+Trace Gaussians(const char* name, std::initializer_list<Gaussian> peaks) {
+  Trace trace;
+  trace.name = name;
+  trace.periodS = 1;
+  for (int i = 0; i < 600; ++i) {
+    double value = 0;
+    for (const Gaussian& peak : peaks) {
+      value += peak.height * std::exp(-std::pow((i - peak.apexS) / 8, 2));
+    }
+    trace.values.push_back(value);
+  }
+  return trace;
+}
+
+// Peaks whose labels another trace crosses: their channel comes to stand above it.
+TEST(Picture, ChannelsAreArrangedForTheLabels) {
+  const Trace labelled = Gaussians("RI", {{100, 1000}, {300, 600}, {500, 600}});
+  const Trace crossing = Gaussians("UV", {{290, 480}, {310, 480}, {490, 480}, {510, 480}});
+  RunData run;
+  run.channels = {labelled, crossing};
+  const std::uint64_t arranged = HashOf(Small(), run);
+  std::swap(run.channels[0], run.channels[1]);
+  EXPECT_EQ(HashOf(Small(), run), arranged);
+  DisplayOptions all = Small();
+  all.allLabels = true;  // no reason to
+  EXPECT_NE(HashOf(all, run), arranged);
+}
+
+// The view, asked for the arrows of one peak, filled that peak up to its thousandth point only.
+TEST(Picture, ArrowsOfOnePeakChangeNothingButThePlacesOfArrows) {
+  RunData run;
+  run.channels.emplace_back().periodS = 1;
+  for (int i = 0; i < 60'000; ++i) {
+    const double noise = i * 7919 % 31;
+    run.channels[0].values.push_back(1000 * std::exp(-std::pow((i - 30'000) / 9000.0, 2)) + noise);
+  }
+  Peak& peak = run.peaks.emplace_back();
+  peak.apexS = 30'000;
+  peak.startS = 5'000;
+  peak.endS = 55'000;
+  DisplayOptions options;
+  options.widthPx = 900;
+  options.heightPx = 400;
+  options.selectedPeak = 1;
+  std::string error;
+  gfx::Surface plain;
+  gfx::Surface marked;
+  ASSERT_TRUE(DrawPicture(run, options, plain, error)) << error;
+  options.markers = Markers::kSelected;
+  ASSERT_TRUE(DrawPicture(run, options, marked, error)) << error;
+  int changed = 0;
+  for (int y = 0; y < 400; ++y) {
+    for (int x = 0; x < 900; ++x) changed += plain.Pixel(x, y) != marked.Pixel(x, y) ? 1 : 0;
+  }
+  EXPECT_GT(changed, 60);
+  EXPECT_LT(changed, 3 * 24 * 24);
 }
 
 TEST(Picture, LabelsFollowThePeaksOfTheFile) {
