@@ -110,7 +110,7 @@ TEST_F(Pictures, OfUnusableRunsHaveTheFirstColor) {
       {{.channels = 3, .samples = 9, .signal = plane}, 4, true},
       {{.samples = 0}, 0.5, false},
       {{.samples = 1, .signal = plane}, 0.5, true},
-      {{.signal = [](double, double) { return 77; }}, 199.5, true},
+      {{.signal = [](double, double) { return 0; }}, 199.5, true},
       {{.step = 0}, 199.5, false},
   };
   for (const auto& c : cases) {
