@@ -57,16 +57,39 @@ INSTANTIATE_TEST_SUITE_P(View, Draw, testing::Values(
     DrawCase{"Whole", 1, {}, 0, 1, 0, 99, true, {"polyline 7 0,0 10,5 10,9 10,5 10,2 11,7 12,1"}, 12, 6, 0},
     DrawCase{"Fraction", 1.5, {}, 0, 1, 0, 99, true, {"polyline 7 0,0 10,5 10,9 11,2 11,7 12,7 13,1"}, 13, 6, 0},
     DrawCase{"Table", 1, {0, 1, 2, 7, 8, 9, 20}, 0, 1, 0, 99, true, {"polyline 4 0,0 11,2 13,7 17,1"}, 17, 6, 0},
+    DrawCase{"MeanWhole", 1, {}, 0, 1, 0, 99, false, {"polyline 3 0,0 10,5 11,5"}, 11, 6, 0},
+    DrawCase{"MeanFraction", 2.5, {}, 0, 1, 0, 99, false, {"polyline 6 0,0 10,7 11,2 12,7 13,7 14,4"}, 14, 6, 0},
     DrawCase{"MeanTable", 1, {0, 1, 2, 7, 8, 9, 20}, 3, 1, 0, 99, false, {"polyline 4 0,0 10,2 13,7 17,1"}, 17, 6, 0},
     DrawCase{"LaterStart", 1, {}, 4, 1, 0, 99, true, {"polyline 3 0,0 10,7 11,1"}, 11, 6, 0},
+    DrawCase{"BeforeTheFirstSample", 1, {}, -10, 1, 0, 99, true, {"polyline 7 0,0 13,5 13,9 13,5 13,2 14,7 15,1"}, 15, 6, 0},
     DrawCase{"WideColumns", 1, {}, 0, 2, 0, 99, true, {"polyline 6 0,0 10,5 10,9 10,2 10,7 12,1"}, 12, 6, 0},
     DrawCase{"OnePointBeyond", 4, {}, 0, 1, 0, 11, true, {"polyline 4 0,0 10,5 11,9 12,2"}, 12, 2, 0},
     DrawCase{"FromAPeak", 1, {}, 0, 1, 4, 99, true, {"polyline 3 0,0 11,7 12,1"}, 12, 6, 0},
     DrawCase{"FromAPeakByTheTable", 1, {0, 1, 2, 7, 8, 9, 20}, 0, 1, 4, 99, true, {"polyline 3 0,0 12,7 16,1"}, 16, 6, 0},
+    DrawCase{"PeakBehindTheData", 1, {}, 0, 1, 7, 99, true, {}, 10, -1, 1},
     DrawCase{"PeakBehindTheLimit", 1, {}, 0, 1, 6, 11, true, {}, 12, -1, 1},
     DrawCase{"StartBehindTheData", 1, {}, 90, 1, 0, 99, true, {}, 10, -1, 0}),
     CaseName());
 // clang-format on
+TEST(Skip, PhaseOfTheTarget) {
+  PolyGonFillPool pool(2, nullptr, nullptr);
+  YVAL yval(nullptr, 0, 1, false, 0, 0);
+  GetTime time(nullptr, 0, 1, 1, 1, 1);
+  EachPoint each(pool, yval, time, 0, 0, 50, nullptr, nullptr);
+  std::int64_t phase = 10;
+  EXPECT_TRUE(each.SkipTillCycle(2, 7, 8, 50, phase, 30, FixedPoint64::OfValue(25)));
+  EXPECT_EQ(phase, 15);  // 10 + 5 × 25 = 4 × 30 + 15
+  EXPECT_EQ(each.x, 4);
+  phase = 0;  // a target in the column of its own still moves to the next one
+  EXPECT_TRUE(each.SkipTillCycle(2, 3, 8, 50, phase, 30, FixedPoint64::OfValue(25)));
+  EXPECT_EQ(phase, -5);
+  EXPECT_EQ(each.x, 5);
+  phase = 15;
+  EXPECT_TRUE(each.SkipTillCycle(7, 7, 8, 50, phase, 30, FixedPoint64::OfValue(25)));
+  EXPECT_EQ(phase, -15);
+  EXPECT_FALSE(each.SkipTillCycle(7, 8, 8, 50, phase, 30, FixedPoint64::OfValue(25)));
+}
+
 struct EdgeCase {
   std::vector<POINT> points;
   LONG xEnd, y;
@@ -93,6 +116,49 @@ TEST(Edge, LiesOnTheLimit) {
     EXPECT_EQ(edge.y, c.y);
     EXPECT_EQ(journal.Take().size(), c.points.size() > 1);
     EXPECT_EQ(pool.count, 0);
+  }
+}
+
+// The pool that the callbacks get, as a place to write to.
+struct CalledPool : PolyLinePool {
+  CalledPool() : PolyLinePool(100, nullptr, nullptr) {}
+  std::vector<LONG> called = {};
+  std::string Held() const {
+    std::string held;
+    for (int i = 0; i < count; ++i) held += std::to_string(points[i].y) + ' ';
+    return held;
+  }
+};
+
+TEST(Emission, GoesToThePoolWithoutAPointCallback) {
+  const EachPoint::PointCallback onPoint = [](int x, LONG value, void* to, void*) {
+    static_cast<CalledPool*>(static_cast<PolyLinePool*>(to))->called = {x, value};
+  };
+  const EachPoint::ColumnCallback onColumn = [](int x, LONG first, LONG min, LONG max, LONG last,
+                                                void* to, void*) {
+    static_cast<CalledPool*>(static_cast<PolyLinePool*>(to))->called = {x, first, min, max, last};
+  };
+  TChannel channel = Channel({});
+  YVAL drift(&channel, 0, 1, true, 0.75, 10);  // y = count − 0.75 − 10 × index
+  GetTime time(nullptr, 0, 1, 1, 1, 1);
+  struct Case {
+    EachPoint::PointCallback point;
+    EachPoint::ColumnCallback column;
+    YVAL* yval;
+    std::string held;
+    std::vector<LONG> called;
+  };
+  for (const Case& c : {Case{nullptr, onColumn, &drift, "-25 -20 -28 -27 ", {}},
+                        {nullptr, nullptr, nullptr, "5 10 2 3 ", {}},
+                        {onPoint, nullptr, &drift, "", {7, 10}},
+                        {onPoint, onColumn, &drift, "", {7, 5, 2, 10, 3}}}) {
+    CalledPool pool;
+    EachPoint each(pool, drift, time, 0, 7, 50, c.point, c.column);
+    each.yval = c.yval;
+    each.XStep(3, 5, 2, 10, 3);
+    EXPECT_EQ(pool.Held(), c.held);
+    EXPECT_EQ(pool.called, c.called);
+    EXPECT_EQ(each.lastIndex, 3);
   }
 }
 

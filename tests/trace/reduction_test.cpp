@@ -1,4 +1,4 @@
-// The fourteen loops against a plain reduction that looks at one sample at a time.
+// The fourteen loops, by table and against a plain reduction that looks at one sample at a time.
 #include <algorithm>
 #include <functional>
 #include <limits>
@@ -254,6 +254,52 @@ TEST_P(Loops, LookAtManyEmptyColumnsOnce) {
   in.period = FixedPoint64::OfWhole(2000000000);
   in.xEnd = 2147483646;
   EXPECT_EQ(RunLoop(GetParam(), in).x, 2147483647);
+}
+
+const Loop& LoopNamed(const std::string& name) {
+  return *std::find_if(std::begin(kLoops), std::end(kLoops) - 1,
+                       [&](const Loop& loop) { return loop.name == name; });
+}
+
+struct EmissionCase {
+  const char* loop;
+  Input in;
+  Reduced expected;
+};
+TEST(LoopTable, Columns) {
+  const std::vector<LONG> samples = {5, 9, 2, 7, 7, 7, 1};
+  const std::vector<ULONG> pairs = {100, 101, 103, 104, 106, 107};
+  const LONG low = std::numeric_limits<LONG>::min();
+  // clang-format off
+  for (const EmissionCase& c : {
+           EmissionCase{"DrawExact", {.data = samples, .step = 3 * kOne}, {{"0:5,5,9,2", "1:7,7,7,7", "2:1,1,1,1"}, 6, 2}},
+           {"DrawExactDiv", {.data = samples, .step = 3 * kOne}, {{"0:5,2,9,7", "1:7,1,7,1"}, 6, 1}},
+           {"DrawExactDiv", {.data = samples, .step = 5 * kOne / 2}, {{"0:5,2,9,2", "1:7,7,7,7", "2:1,1,1,1"}, 6, 2}},
+           {"DrawMiddleMSAsmSigned", {.data = {-5, -6, -6, -1, 1}, .step = 2 * kOne}, {{"0:-5", "1:0"}, 4, 1}},
+           {"DrawMiddleExactAsmUnSigned", {.data = {-2, -1, 3}, .step = 2 * kOne}, {{"0:-2", "1:3"}, 2, 1}},
+           // Sample − minimum and maximum − sample wrap to the same sign: the later sample wins.
+           {"DrawMSAsm", {.data = {0, low, 5, 0}, .step = 9 * kOne}, {{"0:0,0,0,0"}, 3, 0}},
+           {"DrawMS", {.data = {0, low, 5, 0}, .step = 9 * kOne}, {{"0:0,-2147483648,5,0"}, 3, 0}},
+           {"DrawMiddleXYAbs", {.data = {10, 20, 30, 40, 50, 60}, .times = pairs, .step = 3 * kOne},
+            {{"0:10", "1:20", "2:35", "3:55"}, 5, 3}},
+           {"DrawXYAbs", {.data = samples, .times = {0, 1, 2, 3, 4, 5, 6}, .step = 3 * kOne, .xEnd = 0},
+            {{"0:5,5,9,2", "1:7"}, 3, 1}},
+           {"DrawMS", {.data = {1, 2, 3}, .period = FixedPoint64::OfWhole(4), .xStep = 2},
+            {{"0:1,1,1,1", "8:2,2,2,2", "16:3,3,3,3"}, 2, 16}},
+           {"DrawExact", {.data = {1, 2, 3, 4}, .step = 2 * kOne, .period = {}}, {{"0:1,1,4,4"}, 3, 0}},
+       }) {
+    // clang-format on
+    EXPECT_EQ(RunLoop(LoopNamed(c.loop), c.in), c.expected) << c.loop;
+  }
+}
+
+TEST(LoopTable, MeanOfManySamples) {
+  Input in{.data = std::vector<LONG>(70000, 2147483647), .step = 70000 * kOne};
+  in.data[0] = -2147483647;
+  for (const Loop& loop : kLoops) {
+    if (loop.output != Output::kSignedMean || loop.startsAtPhase) continue;
+    EXPECT_EQ(RunLoop(loop, in).emitted, std::vector<std::string>{"0:2147422290"}) << loop.name;
+  }
 }
 
 }  // namespace
