@@ -47,6 +47,38 @@ TEST_F(Axis, GoldenLinesTicksAndTitles) {
   THAxis(0, 10, "T").Draw(hdc(), 100, 80, 0, kBelow);  // leftward
   TVAxis(0, 10, "mV").Draw(hdc(), 50, 20, 100, kLeft);
   ExpectGolden("axes.txt");
+  TVAxis(0, 10, "mV").Draw(hdc(), 50, 20, 100, kLeft);
+  const std::string drawn = Journal();
+  TVAxis(10, 0, "mV").Draw(hdc(), 50, 100, 20, kLeft);
+  EXPECT_EQ(Journal(), drawn);
+}
+
+TEST_F(Axis, TextsFollowTheAlignment) {
+  for (const auto& [align, row] :
+       {std::pair{TA_TOP, 104}, {TA_BOTTOM, 96}, {TA_BASELINE, 96}, {16u, 100}}) {
+    THAxis(0, 10, "T").Draw(hdc(), 100, 0, 100, TA_CENTER | align);
+    const std::vector<DrawnText> texts = Texts();
+    EXPECT_EQ(texts.front().y, row) << align;
+    EXPECT_EQ(texts.front().align & ~16u, (TA_CENTER | align) & ~16u);
+    EXPECT_EQ(texts.back().align, TA_BOTTOM | TA_LEFT);
+  }
+  for (const auto& [align, column] : {std::pair{TA_RIGHT, 46}, {TA_CENTER, 46}, {TA_LEFT, 54}}) {
+    TVAxis(0, 10, "T").Draw(hdc(), 50, 0, 100, TA_BASELINE | align);
+    const std::vector<DrawnText> texts = Texts();
+    EXPECT_EQ(texts.front().x, column) << align;
+    EXPECT_EQ(texts.back().align, TA_BOTTOM | TA_CENTER);
+  }
+}
+
+TEST_F(Axis, SpaceIsTheWidestLabel) {
+  EXPECT_EQ(TVAxis(0, 60000, "").Space(hdc(), 400, 0), 5 * 7);
+  EXPECT_EQ(TVAxis(-1e6, 10, "").Space(hdc(), 0, 400), 8 * 7);
+  EXPECT_EQ(TVAxis(0, 60000, "").Space(hdc(), 0, 4), 0);
+  EXPECT_EQ(TVAxis(0, 60000, "").Space(nullptr, 0, 400), 0);
+  EXPECT_EQ(TVAxis(0, 1e250, "").Space(hdc(), 0, 400), 99 * 7);
+  Across(0, 1, 4, "T");
+  Up(0, 1, 4, "T");
+  EXPECT_EQ(Journal(), "");
 }
 
 // Ticks that do not advance, ranges beyond doubles and digits without a size could loop for ever.
@@ -54,8 +86,9 @@ TEST_F(Axis, HopelessRangesEndWithFewTicksAndATitle) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
   const std::pair<double, double> ranges[] = {
-      {1e17, 1e17 + 64}, {1e300, 1e300}, {-1e308, 1e308}, {0, 1.7e308}, {0, kInfinity},
-      {kNaN, 1},         {0, 1e-27},     {5, 5 + 1e-15},  {1e-320, 0},  {1e9, 1e9 + 1e-6}};
+      {1e17, 1e17 + 64}, {1e300, 1e300},          {-1e308, 1e308}, {0, 1.7e308},
+      {0, kInfinity},    {-kInfinity, kInfinity}, {kNaN, 1},       {-1e300, -1e300 + 1e284},
+      {0, 1e-27},        {5, 5 + 1e-15},          {1e-320, 0},     {1e9, 1e9 + 1e-6}};
   for (const int digit : {1, 7, 2000}) {
     UseDigits(digit, 2 * digit);
     for (const auto& [from, to] : ranges) {
@@ -70,6 +103,21 @@ TEST_F(Axis, HopelessRangesEndWithFewTicksAndATitle) {
       for (const DrawnText& label : across) EXPECT_TRUE(label.x >= 0 && label.x <= 301);
       for (const DrawnText& label : up) EXPECT_TRUE(label.y >= -1 && label.y <= 300);
     }
+  }
+  const LONG most = std::numeric_limits<LONG>::max();
+  TVAxis(0, 1, "").Draw(hdc(), -most - 1, -most - 1, -most + 100, kLeft);
+  THAxis(0, 1, "").Draw(hdc(), most, most - 100, most, kBelow);
+  EXPECT_NE(Drawn().find("line 2147483547,2147483647 2147483647,2147483647"), std::string::npos);
+}
+
+// Products of large numbers and steps are rounded to before the start: no reason to lose the ticks.
+TEST_F(Axis, NarrowRangesFarFromZeroKeepTheirTicks) {
+  for (const auto& [from, span] : {std::pair{1776143380.8906603, 1e-4},
+                                   {1828544849.6055002, 3e-4},
+                                   {1030081.3816329901, 3e-8}}) {
+    SCOPED_TRACE(from);
+    Across(from, from + span, 1000);
+    EXPECT_GT(Texts().size(), 3u);
   }
 }
 

@@ -1,64 +1,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <functional>
 #include <limits>
+#include <memory>
 
 #include "elugraph/plots/calib_ranges.h"
 #include "elugraph/plots/calib_render.h"
+#include "tests/plots/counted_allocations.h"
 #include "tests/plots/plot_fixture.h"
-
-namespace {
-
-struct ScriptedPoint {
-  double x;
-  double y;
-  bool excluded = false;
-};
-
-// A host whose calibration answers what the test says, counts its references, and fails on demand.
-struct ScriptedHost {
-  std::vector<ScriptedPoint> points;
-  std::function<double(double)> curve = [](double) { return 0.0; };
-  int references = 0;
-  int calls = 0;        // of calibration operations
-  int failingCall = 0;  // this call raises a failure; 0: none
-
-  void Call() {
-    if (++calls == failingCall) throw calls;
-  }
-};
-
-ScriptedHost& TheHost() {
-  static ScriptedHost host;
-  return host;
-}
-
-}  // namespace
-
-void chromatogram::AddRef() const { ++TheHost().references; }
-void chromatogram::Release() const { --TheHost().references; }
-
-bool CalibPool::PointIsExcluded(component*, int point) {
-  TheHost().Call();
-  return TheHost().points.at(point).excluded;
-}
-double CalibPool::PointToX(component*, int point) {
-  TheHost().Call();
-  return TheHost().points.at(point).x;
-}
-double CalibPool::PointToY(component*, int point) {
-  TheHost().Call();
-  return TheHost().points.at(point).y;
-}
-double CalibPool::XtoYtab(component*, double x) {
-  TheHost().Call();
-  return TheHost().curve(x);
-}
-double CalibPool::XtoStatWeight(component*, double x) {
-  TheHost().Call();
-  return x;
-}
+#include "tests/plots/scripted_host.h"
 
 namespace {
 
@@ -106,10 +56,10 @@ class Calib : public PlotTest {
     run.calibration.flags = CalibPool::kShowBand;
     shown.statistics = &statistics;
   }
-  void Render(RECT rect) { Render(rect, hdc()); }
-  void Render(RECT rect, HDC target) {
+  void Render(RECT rect) { Render(rect, hdc(), font()); }
+  void Render(RECT rect, HDC target, HFONT with) {
     TCalibRender render(&run);
-    render.SetFont(font());
+    render.SetFont(with);
     render.Render(target, rect);
   }
 
@@ -133,11 +83,19 @@ TEST_F(Calib, RangesByMode) {
     const char* wanted;  // x low, high, y low, high, curve's start, low y margin
   } const cases[] = {
       {"origin joins", two, 50, 20, true, 0, "0 11 0 625 0 0"},
+      {"even origin mode", two, 50, 20, true, 6, "0 11 0 625 0 0"},
       {"curve's own origin", two, 50, 20, true, 1, "0 11 0 620 0 0"},
       {"axes alone reach zero", two, 50, 20, true, 3, "0 10.8 0 600 1.2 0"},
+      {"zero suppressed", two, 50, 20, false, 0, "1.2 10.8 0 600 1.2 0"},
       {"below zero", {{-4, -8}, {4, 8}}, 50, 20, true, 0, "-4 4.8 -8 12 -4 -8"},
+      {"one excluded", {{2, 100}, {99, 1, true}, {10, 500}}, 50, 20, true, 3, "0 10.8 0 600 1.2 0"},
       {"all excluded", {{2, 100, true}}, 50, 20, true, 0, "0 0.99 0 1.125 0 0"},
+      {"no points", {}, 50, 20, false, 0, "-0.09 0.99 -0.225 1.125 -0.09 -0.225"},
       {"no number", {{2, 100}, {nan, nan}, {10, 500}}, 50, 20, true, 3, "0 10.8 0 600 1.2 0"},
+      {"y of the curve", {{5, 9}}, 50, 20, false, 0, "-0.5 5.5 -42.5 332.5 -0.5 -42.5"},
+      {"one point, flat", {{5, 9}}, 0, 7, true, 3, "0 5.5 0 8.75 0 0"},
+      {"one negative point", {{-5, -9}}, 0, -7, false, 0, "-5.5 0.5 -8.75 1.75 -5.5 -8.75"},
+      {"the origin alone", {{0, 0}}, 0, 0, true, 0, "0 1.1 0 1.25 0 0"},
   };
   for (const auto& c : cases) {
     SetPoints(c.points);
@@ -151,6 +109,30 @@ TEST_F(Calib, RangesByMode) {
   }
 }
 
+TEST_F(Calib, FactorExponents) {
+  const std::pair<double, int> cases[] = {{60000, 4}, {499, 0},  {500, 2},      {50, 0},
+                                          {2.5, 0},   {0.5, -1}, {0.25, -1},    {0.04, -2},
+                                          {0, 0},     {-5, 0},   {INFINITY, 0}, {NAN, 0}};
+  for (const auto& [span, exponent] : cases)
+    EXPECT_EQ(plots::FactorExponent(span), exponent) << span;
+}
+
+TEST_F(Calib, SettingsComeFromPoolOrComponent) {
+  run.calibration.originMode = 1;
+  run.calibration.swapAxes = 1;
+  run.calibration.quantityType = 0xFE;
+  shown.originMode = 3;
+  shown.suppressZeroY = 1;
+  const plots::CalibSource source{run.calibration, &shown};
+  plots::CalibSettings settings = SettingsOf(source);
+  EXPECT_TRUE(settings.fromZero && settings.swapped && settings.originMode == 1);
+  EXPECT_EQ(settings.quantityType, 2);
+  shown.flags = component::kOwnDisplay | component::kOwnQuantityType | 3;
+  settings = SettingsOf(source);
+  EXPECT_TRUE(!settings.fromZero && !settings.swapped && settings.originMode == 3);
+  EXPECT_EQ(settings.quantityType, 3);
+}
+
 // View 31 × 31: plot from (11, 6) to (21, 26), 1.1 x units and 31.25 y units per pixel.
 TEST_F(Calib, GoldenPicture) {
   UseDigits(2, 4);
@@ -158,21 +140,45 @@ TEST_F(Calib, GoldenPicture) {
   SetPoints({{2, 100}, {5, 5, true}, {10, 500}});
   Render({100, 50, 131, 81});
   ExpectGolden("calibration.txt");
-  shown.flags = component::kOwnDisplay;  // the pool's settings do not count
-  shown.swapAxes = 1;
+  run.calibration.swapAxes = 1;
   Render({100, 50, 131, 81});
   EXPECT_EQ(Drawn("text 131,"), "\ntext 131,74 \"Response\"");
 }
 
 TEST_F(Calib, ReferenceComponentIsACross) {
-  run.calibration.mode = 1;
-  run.calibration.flags = CalibPool::kShowReference;
-  Render({10, 20, 310, 220});
-  EXPECT_EQ(Drawn(), "\nline 10,20 310,220\nline 310,20 10,220");
+  for (int change = 0; change < 4; ++change) {
+    run.calibration.mode = change == 1 ? 2 : 1;
+    run.calibration.flags = change == 2 ? 0 : CalibPool::kShowReference;
+    run.calibration.referenceComponent = change == 3 ? 1 : 0;
+    Render({10, 20, 310, 220});
+    const std::string drawn = Drawn();
+    EXPECT_EQ(drawn == "\nline 10,20 310,220\nline 310,20 10,220", change == 0) << drawn;
+  }
+}
+
+TEST_F(Calib, BandNeedsFlagStatisticsAndAvailability) {
+  for (int missing = 0; missing < 4; ++missing) {
+    ShowBand();
+    if (missing == 1) run.calibration.flags = 0;
+    if (missing == 2) shown.statistics = nullptr;
+    statistics.available = missing == 3 ? 0 : 1;
+    Render({0, 0, 300, 200});
+    EXPECT_EQ(LinesOf(Drawn("polyline")).size(), missing == 0 ? 3u : 1u);
+  }
+}
+
+TEST_F(Calib, AFontThatCannotBeDescribedStillDraws) {
+  const HFONT gone = CreateFontIndirectA(std::make_unique<LOGFONTA>().get());
+  DeleteObject(gone);
+  Render({0, 0, 300, 200}, hdc(), gone);
+  const std::string drawn = Journal();
+  EXPECT_TRUE(drawn.find("polyline") != drawn.npos && drawn.find("ellipse") != drawn.npos);
+  EXPECT_EQ(drawn.find("@900"), drawn.npos);
 }
 
 TEST_F(Calib, NothingToDrawAndViewsOfAnySize) {
-  Render({0, 0, 300, 200}, nullptr);
+  Render({0, 0, 300, 200}, nullptr, font());
+  Render({0, 0, 300, 200}, hdc(), nullptr);
   run.calibration.components.count = 0;
   Render({0, 0, 300, 200});
   run.calibration.components.count = 1;
@@ -186,9 +192,24 @@ TEST_F(Calib, NothingToDrawAndViewsOfAnySize) {
   ShowBand();
   const LONG most = std::numeric_limits<LONG>::max();
   const HDC null = gfx::CreateNullContext();
-  for (const RECT& rect : {RECT{0, 0, 9, 9}, RECT{5, 5, 0, 0}, RECT{-most, -most, most, most}}) {
-    Render(rect, null);
+  for (const RECT& rect : {RECT{0, 0, 9, 9}, RECT{0, 0, 10, 5}, RECT{5, 5, 0, 0}, RECT{0, 0, 0, 0},
+                           RECT{-most, -most, most, most}}) {
+    Render(rect, null, font());
   }
+  DeleteDC(null);
+}
+
+TEST_F(Calib, AllocationsDoNotGrowWithTheWidth) {
+  ShowBand();
+  const HDC null = gfx::CreateNullContext();
+  const auto count = [&](LONG width) {
+    const std::size_t before = Allocations();
+    Render({0, 0, width, 200}, null, font());
+    return Allocations() - before;
+  };
+  const std::size_t narrow = count(100);
+  EXPECT_GE(narrow, 3u);
+  EXPECT_LE(count(1900), narrow + 3);  // the device may map each of the three lines in new memory
   DeleteDC(null);
 }
 

@@ -19,6 +19,7 @@ struct DrawnText {
   int x;
   int y;
   std::string text;
+  unsigned align;
 };
 
 // A text of tests/golden/plots.
@@ -79,6 +80,7 @@ class PlotTest : public testing::Test {
       if (std::sscanf(line.c_str(), "text %d,%d", &text.x, &text.y) != 2) continue;
       const std::size_t open = line.find('"') + 1;
       text.text = line.substr(open, line.rfind("\" font=") - open);
+      std::sscanf(line.c_str() + line.rfind(" align="), " align=%u", &text.align);
       texts.push_back(text);
     }
     return texts;
