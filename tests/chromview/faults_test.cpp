@@ -92,11 +92,6 @@ TEST_F(BrokenChannel, LosesItsTraceOnly) {
   for (const int path : {0, 0x2000, 0x8000, 0x18000}) {  // averaged, exact, per pixel, overlay
     SCOPED_TRACE(path);
     Host().developer = path > 0xFFFF;
-    if (path == 0x2000) {  // reporting fails as well: the next steps follow nevertheless
-      Host().onCall = [](const std::string& call) {
-        if (call.starts_with("exceptout")) throw std::runtime_error("host");
-      };
-    }
     view.flags = static_cast<WORD>(THoldWindow::kBaselines | path);
     const Strings lines = Draw();
     EXPECT_EQ(other_host::Calls(), (Strings{"bHasRawData", "basecalc 0", "exceptout draft draw()",
@@ -105,6 +100,30 @@ TEST_F(BrokenChannel, LosesItsTraceOnly) {
     EXPECT_FALSE(With(With(lines, "polyline"), "#660000").empty()) << "the channel behind";
     before.Check();
   }
+}
+
+TEST_F(BrokenChannel, LosesItsTraceOnlyWhereNothingOfItCanBeRead) {
+  const Unchanged before(hdc);
+  channel(1).samples += 50;
+  chrom.peakCount = 0;
+  view.flags = THoldWindow::kNameList | 1;
+  // Reporting fails as well: the next steps follow nevertheless.
+  Host().onCall = [](const std::string& call) {
+    if (call.starts_with("exceptout")) throw std::runtime_error("host");
+  };
+  EXPECT_FALSE(With(With(Draw(), "polyline"), "#660000").empty()) << "the channel behind";
+  EXPECT_EQ(other_host::Calls(), (Strings{"bHasRawData", "basecalc 0", "exceptout draft draw()",
+                                          "basecalc 1", "basecalc 2", "recalctime"}));
+  before.Check();
+}
+
+TEST_F(BrokenChannel, EndsThePictureWhereItIsReadOutsideTheTrace) {
+  const Unchanged before(hdc);
+  channel(1).samples += 50;  // its name finds no place
+  EXPECT_TRUE(With(Draw(), "#660000").empty());
+  EXPECT_EQ(other_host::Calls(),
+            (Strings{"bHasRawData", "basecalc 0", "exceptout showchrom catched", "recalctime"}));
+  before.Check();
 }
 
 TEST_F(ChromView, FailuresOfTheHost) {
@@ -116,6 +135,7 @@ TEST_F(ChromView, FailuresOfTheHost) {
     Strings last;
   } cases[] = {{"bHasRawData", 0, {}},
                {"recognize", 3, {"exceptout showchrom catched", "recalctime"}},
+               {"update_quant", 4, {"exceptout showchrom catched", "recalctime"}},
                {"basecalc 0", 1, {"exceptout showchrom catched", "recalctime"}},
                {"recalctime", 0, {}}};
   void (*const failures[])() = {[] { throw std::runtime_error("host"); }, ReadProtected,
@@ -136,14 +156,22 @@ TEST_F(ChromView, FailuresOfTheHost) {
     }
   }
   Host().onCall = nullptr;
-  Host().unitsFail = true;
-  const Strings lines = Draw();
-  EXPECT_EQ(With(lines, "#0A0A0A"), Strings()) << "the axes only";
-  EXPECT_FALSE(With(lines, "polyline").empty());
-  before.Check();
   chrom.window = nullptr;
   Draw();
   EXPECT_EQ(With(other_host::Calls(), "catched"), Strings{"exceptout showchrom catched"});
+}
+
+// The axes stop without a word, and before their first line.
+TEST_F(ChromView, HostWithoutTimeUnits) {
+  AddChannel("a", std::vector<LONG>(100, 10));
+  const Unchanged before(hdc);
+  EXPECT_FALSE(With(Draw(), "#0A0A0A").empty());
+  Host().unitsFail = true;
+  const Strings lines = Draw();
+  EXPECT_EQ(With(lines, "#0A0A0A"), Strings());
+  EXPECT_FALSE(With(lines, "polyline").empty());
+  EXPECT_EQ(other_host::Calls(), (Strings{"bHasRawData", "recalctime"}));
+  before.Check();
 }
 
 TEST_F(ChromView, TextThatEndsInUnreadableMemory) {
