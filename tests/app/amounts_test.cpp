@@ -14,7 +14,7 @@
 #include "app/host_amounts.h"
 #include "app/host_run.h"
 #include "app/picture.h"
-#include "tests/app/folder_fixture.h"
+#include "tests/support/folder_fixture.h"
 
 namespace app {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "app/program.h"
-#include "tests/app/folder_fixture.h"
+#include "tests/support/folder_fixture.h"
 
 namespace {
 

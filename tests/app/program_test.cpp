@@ -9,7 +9,7 @@
 #include <iterator>
 #include <set>
 
-#include "tests/app/folder_fixture.h"
+#include "tests/support/folder_fixture.h"
 
 namespace {
 

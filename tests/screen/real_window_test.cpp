@@ -62,6 +62,7 @@ class RealWindow : public testing::Test {
     std::string pattern = (fs::temp_directory_path() / "elugraph-screen-XXXXXX").string();
     ASSERT_NE(mkdtemp(pattern.data()), nullptr);
     folder = pattern;
+    settings = embedded::SettingsPath();
     setenv("ELUGRAPH_SETTINGS", (folder / "settings.ini").c_str(), 1);
     x = std::make_unique<XScreen>(folder);
     ASSERT_NE(x->Display(), "") << Contents(folder / "server.log");
@@ -80,7 +81,11 @@ class RealWindow : public testing::Test {
     program.reset();
     twin.reset();
     x.reset();
-    if (!folder.empty()) fs::remove_all(folder);
+    if (!folder.empty()) {
+      fs::remove_all(folder);
+      // What this program itself writes at its end must not bring the folder back.
+      setenv("ELUGRAPH_SETTINGS", settings.c_str(), 1);
+    }
     embedded::KeepSettings(true);
   }
 
@@ -140,6 +145,7 @@ class RealWindow : public testing::Test {
   }
 
   fs::path folder;
+  std::string settings;
   std::unique_ptr<XScreen> x;
   std::unique_ptr<Process> program;
   app::MapRun map;

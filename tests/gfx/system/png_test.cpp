@@ -11,24 +11,18 @@
 
 #include "platform/gfx/context.h"
 #include "tests/gfx/raster_fixture.h"
+#include "tests/support/folder_fixture.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class PngFile : public testing::Test {
+class PngFile : public FolderFixture {
  protected:
-  PngFile() : folder_(fs::path(testing::TempDir()) / "elugraph-png") {
-    fs::remove_all(folder_);
-    fs::create_directory(folder_);
-  }
-  ~PngFile() override { fs::remove_all(folder_); }
-  std::string Path(const char* name) const { return (folder_ / name).string(); }
   std::ptrdiff_t FilesInFolder() const {
     return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
   }
 
-  fs::path folder_;
   std::string error_;
 };
 
@@ -79,9 +73,9 @@ TEST_F(PngFile, ComesBackAsItWas) {
       {2, 2, std::numeric_limits<double>::infinity(), "\x7F\xFF\xFF\xFF\x7F\xFF\xFF\xFF\1"}};
   for (const auto& [width, height, dpi, resolution] : pictures) {
     const gfx::Surface surface = Noise(width, height);
-    ASSERT_TRUE(gfx::SavePng(surface, Path("picture.png"), error_, dpi)) << error_;
-    EXPECT_TRUE(SamePixels(Read(Path("picture.png")), surface));
-    EXPECT_EQ(Resolution(Path("picture.png")), resolution);
+    ASSERT_TRUE(gfx::SavePng(surface, File("picture.png"), error_, dpi)) << error_;
+    EXPECT_TRUE(SamePixels(Read(File("picture.png")), surface));
+    EXPECT_EQ(Resolution(File("picture.png")), resolution);
   }
   EXPECT_EQ(FilesInFolder(), 1);
 }
@@ -92,34 +86,34 @@ TEST_F(PngFile, FailureNamesFileAndCauseAndLeavesNothing) {
   const struct {
     std::string path;
     const char* cause;
-  } places[] = {{Path("missing/picture.png"), "No such file or directory"},
-                {Path("file/picture.png"), "Not a directory"},
-                {Path("folder.png"), "Is a directory"},
+  } places[] = {{File("missing/picture.png"), "No such file or directory"},
+                {File("file/picture.png"), "Not a directory"},
+                {File("folder.png"), "Is a directory"},
                 {"/dev/null", "not a regular file"}};
   for (const auto& [path, cause] : places) {
     EXPECT_FALSE(gfx::SavePng(Noise(3, 3), path, error_));
     EXPECT_EQ(error_, path + ": " + cause);
   }
-  EXPECT_FALSE(gfx::SavePng(gfx::Surface(), Path("empty.png"), error_));
-  EXPECT_EQ(error_, Path("empty.png") + ": the picture has no pixels");
+  EXPECT_FALSE(gfx::SavePng(gfx::Surface(), File("empty.png"), error_));
+  EXPECT_EQ(error_, File("empty.png") + ": the picture has no pixels");
   EXPECT_EQ(FilesInFolder(), 2);
 }
 
 TEST_F(PngFile, AFailedWriteKeepsTheOldPicture) {
   const gfx::Surface old = Noise(4, 4);
-  ASSERT_TRUE(gfx::SavePng(old, Path("picture.png"), error_));
+  ASSERT_TRUE(gfx::SavePng(old, File("picture.png"), error_));
   const gfx::Surface large = Noise(200, 200);
   rlimit before{};
   getrlimit(RLIMIT_FSIZE, &before);
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small{10000, before.rlim_max};  // as on a disk that fills up
   setrlimit(RLIMIT_FSIZE, &small);
-  const bool saved = gfx::SavePng(large, Path("picture.png"), error_);
+  const bool saved = gfx::SavePng(large, File("picture.png"), error_);
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
   EXPECT_FALSE(saved);
-  EXPECT_EQ(error_, Path("picture.png") + ": File too large");
-  EXPECT_TRUE(SamePixels(Read(Path("picture.png")), old));
+  EXPECT_EQ(error_, File("picture.png") + ": File too large");
+  EXPECT_TRUE(SamePixels(Read(File("picture.png")), old));
   EXPECT_EQ(FilesInFolder(), 1);
 }
 
